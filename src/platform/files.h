@@ -1,0 +1,36 @@
+/// The files of the working folder. All names are plain names in that folder and
+/// are looked up without regard to case: regular files only, the exact case
+/// first, then the alphabetically first. Calls block for the disk and nothing
+/// else; every failure is a `PlatformError`.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  /// The name under which the file stands in the folder, if it does.
+  virtual std::optional<std::string> find(const std::string& name) = 0;
+  /// The names that begin with `prefix` and end with `suffix`, in the order of
+  /// their lower-cased bytes.
+  virtual std::vector<std::string> list(const std::string& prefix, const std::string& suffix) = 0;
+
+  /// The bytes of a settings, record, summary or log file.
+  virtual std::string read(const std::string& name) = 0;
+  /// Replaces the file whole: afterwards it holds either the old or the new bytes, whenever the power goes.
+  virtual void write(const std::string& name, const std::string& bytes) = 0;
+  /// Adds `bytes` at the end, in one piece, making the file where there is none.
+  virtual void append(const std::string& name, const std::string& bytes) = 0;
+  virtual void remove(const std::string& name) = 0;
+
+  virtual std::uintmax_t size(const std::string& name) = 0;       ///< bytes
+  virtual std::string readSound(const std::string& name) = 0;     ///< the bytes of a sound file
+};
+
+}  // namespace vorn
