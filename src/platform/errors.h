@@ -22,6 +22,17 @@ class InputLost : public PlatformError {
   InputLost() : PlatformError("GetDeviceState", "", "the controller has been lost") {}
 };
 
+/// Makes one call whose failure the game carries on over. Returns whether it succeeded.
+template <typename Call>
+bool carryOn(Call&& call) {
+  try {
+    call();
+    return true;
+  } catch (const PlatformError&) {
+    return false;
+  }
+}
+
 /// The player asked to close the window: thrown by `Platform::yield`, once,
 /// caught by the shell alone, which runs the ordinary shutdown.
 struct WindowClosed {};

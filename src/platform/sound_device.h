@@ -12,6 +12,8 @@ namespace vorn {
 class SoundBuffer {
  public:
   static constexpr int kPlaying = 1;  ///< the status of a sounding buffer
+  static constexpr int kOnce = 0;     ///< how to play
+  static constexpr int kLooping = 1;
 
   virtual ~SoundBuffer() = default;
   SoundBuffer(const SoundBuffer&) = delete;
