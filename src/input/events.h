@@ -1,0 +1,49 @@
+/// Devices and events: the keyboard and the first game controller, what they
+/// leave in the state, and the waits for a key. May call speech and waits.
+#pragma once
+
+#include <string>
+
+#include "state/game_state.h"
+
+namespace vorn {
+
+/// Delivers what the platform reports into the state. Lives as long as the game runs.
+class GameEvents : public EventReceiver {
+ public:
+  explicit GameEvents(GameState& g) : g_(g) {}
+  void Form_KeyDown(int virtualKeyCode, int shiftState) override;
+  void DirectXEvent8_DXCallback(int eventId) override;
+
+ private:
+  GameState& g_;
+};
+
+/// Opens the system keyboard; a failing step is skipped. Does not wait.
+void setUpKeyboard(GameState& g);
+/// Looks for a controller and sets it up; without one the keyboard is chosen. Does not wait.
+void detectController(GameState& g);
+/// Opens and prepares the first attached controller; a failing step is skipped. Does not wait.
+void SetUpJoystick(GameState& g);
+/// Axis range, dead zone and saturation of the controller (`minimum` .. `maximum`).
+void SetJoystickRange(GameState& g, int minimum, int maximum);
+/// Reads the controller into the axis and button fields, or into the capture that is going on.
+void readController(GameState& g);
+
+/// Asks the controller for its state, where there is one.
+void pollController(GameState& g);
+/// Reads the whole keyboard into `keyboardState`.
+void readKeyboard(GameState& g);
+/// Polls the controller or reads the keyboard, as `inputDevice` decides.
+void readRaceDevice(GameState& g);
+/// Whether the key with this key code is down in `keyboardState`.
+bool isKeyDown(const GameState& g, int keyCode);
+
+/// Forgets pending key input and refreshes both devices; yields three times.
+void clk(GameState& g);
+/// Forgets pending input, waits for one key press, then silences the voice.
+void getkey(GameState& g);
+/// The spoken line editor: asks `prompt`, leaves the line in `typedText`. F1 asks again.
+void getter(GameState& g, const std::string& prompt);
+
+}  // namespace vorn
