@@ -1,0 +1,20 @@
+/// The race log, a diary of play. May call speech, input and files.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "state/game_state.h"
+
+namespace vorn {
+
+/// "3/7/2026"
+std::string dateText(const Date& date);
+
+/// Adds lines to the log, all in one piece. Throws `PlatformError`.
+void appendToLog(GameState& g, const std::vector<std::string>& lines);
+
+/// Opens the run in the log: a blank line and the header with today's date.
+void startlog(GameState& g);
+
+}  // namespace vorn

@@ -1,0 +1,44 @@
+/// Playing sounds: one-shots, the cue of the segment, the ambient loops. May
+/// call input (for `clk`), speech and waits. A failing call is a `PlatformError`.
+#pragma once
+
+#include <string>
+
+#include "state/game_state.h"
+
+namespace vorn {
+
+/// The volume of loops that run unheard until they are wanted.
+inline constexpr int kNearlySilent = -6500;
+
+/// Plays a sound file (base name) to its end and empties the slot. Waits.
+void play(GameState& g, const std::string& baseName);
+/// Starts a sound file and leaves it playing; yields only within `clk`.
+void play2(GameState& g, const std::string& baseName);
+/// Like `play`, but a key or the controller's enter button ends it early.
+void play3(GameState& g, const std::string& baseName);
+/// Starts a sound file at `pan`, hundredths of a decibel.
+void PlayPan(GameState& g, const std::string& baseName, double pan);
+/// The mark between two segments, and the horn; already sounding, they go on.
+void playmark(GameState& g);
+void playhorn(GameState& g);
+
+/// Stops and empties the one-shot slot, if it holds anything.
+void stopOneShot(GameState& g);
+
+/// Starts cue number `warning`, looping and nearly silent, in place of the last one.
+void startwarn(GameState& g, int warning);
+/// Moves the cue with the car: louder toward the end of the segment, panned by where the car is.
+void awarn(GameState& g);
+
+/// Starts the loops of a race: walls audible, marbles and tyres silent. Waits 0.1 s.
+void sars(GameState& g);
+/// Stops all looping sounds, whatever fails.
+void stopall(GameState& g);
+/// The same, but a failure ends the program.
+void stopall2(GameState& g);
+
+/// The speaker test: left, then right. Waits.
+void checkspeakers(GameState& g);
+
+}  // namespace vorn
