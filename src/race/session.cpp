@@ -1,0 +1,224 @@
+#include "race/session.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "clock/waits.h"
+#include "input/events.h"
+#include "race/drive_train.h"
+#include "race/start_controls.h"
+#include "race/walls.h"
+#include "sound/loading.h"
+#include "sound/playback.h"
+#include "speech/speech.h"
+#include "text/numbers.h"
+
+namespace vorn {
+namespace {
+
+constexpr double kFullTank = 22;  // gallons
+constexpr int kSetUpQuieterBy = 1000;
+constexpr double kIdleRpm = 5;
+constexpr std::uint32_t kLongestCrankingMs = 3500;
+constexpr std::uint32_t kReactionStepMs = 9;
+constexpr double kReactionStepsATick = 10;
+
+/// What is counted aloud, and after how many seconds from " 10 " (to the nearest whole one).
+struct CountdownNumber {
+  const char* text;
+  double seconds;
+};
+constexpr CountdownNumber kCountdown[] = {{" 5 ", 6}, {" 4 ", 7}, {" 3 ", 8}, {" 2 ", 9}, {" 1 ", 10}};
+constexpr double kHornSeconds = 11;
+
+enum class StartResult { kStarted, kJumped, kAbandoned };
+
+void resetCar(GameState& g) {
+  g.lastTickCount = g.platform.tickCount();
+  g.raceTicks = 0;
+  g.lapPosition = 0;
+  g.lateralPosition = kMiddle;
+  g.gear = 0;
+  g.speed = 0;
+  g.engineRpm = 0;
+  g.soundRpm = 0;
+  g.marblesTicks = 0;
+  g.wallTicks = 0;
+  g.wallScrapePlaying = 0;
+  g.forceCrash = 0;
+  g.steerKeyTicks = 0;
+  g.steerKeyLeft = 0;
+  g.steerKeyRight = 0;
+  if (g.inputDevice != kJoystick) g.joySteering = 0;
+  g.pitEntryMissed = 0;
+}
+
+void clearShifts(GameState& g) {
+  g.btnUpShift = 0;
+  g.btnDownShift = 0;
+  g.upShiftHeld = 0;
+  g.downShiftHeld = 0;
+}
+
+void setUp(GameState& g) {
+  g.poleDistance = 0;
+  g.lapsCompleted = 0;
+  g.fuel = kFullTank;
+  g.sound4Buffer->SetVolume(g.soundVolume - kSetUpQuieterBy);
+  g.sound19Buffer->SetVolume(g.soundVolume - kSetUpQuieterBy);
+  g.sound4Buffer->Play(SoundBuffer::kOnce);
+  dyke(g, 0.18);
+  g.sound19Buffer->Play(SoundBuffer::kOnce);
+  resetCar(g);
+  ass(g);
+  clearShifts(g);
+  dyke(g, 1);
+  g.sound4Buffer->SetVolume(g.soundVolume);
+}
+
+bool isGasAsked(const GameState& g) {
+  return g.inputDevice == kJoystick ? g.joyGasBrake < -1 : isKeyDown(g, g.keyMapGas);
+}
+
+// Lets the driver play with gas and horn while the car stands.
+void revAndHonk(GameState& g) {
+  if (isHornAsked(g)) playhorn(g);
+  if (g.inputDevice == kJoystick) {
+    g.engineRpm = wholePart(std::abs(g.joyGasBrake) / 100.0);
+  } else {
+    g.engineRpm = isKeyDown(g, g.keyMapGas) ? 100 : 0;
+  }
+  PlayRPM(g);
+}
+
+// Cranks until the engine has caught or the driver gives gas. Returns false where he gave up.
+bool crank(GameState& g) {
+  const std::int32_t start = g.platform.tickCount();
+  g.waitUntilTick = static_cast<std::int32_t>(static_cast<std::uint32_t>(start) + kLongestCrankingMs);
+  do {
+    readRaceDevice(g);
+    g.platform.yield();
+    if (isEscapeAsked(g)) return false;
+  } while (millisecondsSince(g, start) <= kLongestCrankingMs && !isGasAsked(g));
+  return true;
+}
+
+void idle(GameState& g) {
+  g.engineBuffer->SetVolume(g.soundVolume);
+  g.engineBuffer->SetCurrentPosition(0);
+  g.engineBuffer->Play(SoundBuffer::kLooping);
+  g.soundRpm = kIdleRpm;
+  g.engineRpm = kIdleRpm;
+  PlayRPM(g);
+  clearShifts(g);
+  stopOneShot(g);
+}
+
+StartResult startEngine(GameState& g) {
+  say(g, " Ladies and Gentlemen, Start Your Engines! ");
+  clk(g);
+  if (!waitForStartEngine(g)) return StartResult::kAbandoned;
+  play2(g, "vorn2");
+  g.waveFilesBad = 0;
+  checkwaves(g);
+  if (g.waveFilesBad == 1) {
+    say(g, "Sorry, but one or more of the wave files seem to be corrupt. Please contact, Ostrin.");
+    g.escapePressed = 1;
+  }
+  if (g.escapePressed == 1 || !crank(g)) {
+    stopOneShot(g);
+    return StartResult::kAbandoned;
+  }
+  idle(g);
+  return StartResult::kStarted;
+}
+
+StartResult countDown(GameState& g) {
+  say2(g, " 10 ");
+  const std::int32_t start = g.platform.tickCount();
+  size_t said = 0;
+  for (;;) {
+    readRaceDevice(g);
+    g.platform.yield();
+    if (isEscapeAsked(g)) return StartResult::kAbandoned;
+    if (isUpShiftAsked(g)) return StartResult::kJumped;
+    revAndHonk(g);
+    const double seconds = roundEven(millisecondsSince(g, start) / 1000.0);
+    for (; said < std::size(kCountdown) && seconds >= kCountdown[said].seconds; ++said) {
+      say2(g, kCountdown[said].text);
+    }
+    if (seconds >= kHornSeconds) return StartResult::kStarted;
+  }
+}
+
+// From the horn to first gear: what the driver takes counts as race time.
+StartResult react(GameState& g) {
+  g.sound4Buffer->Play(SoundBuffer::kOnce);
+  const std::int32_t horn = g.platform.tickCount();
+  for (;;) {
+    readRaceDevice(g);
+    g.platform.yield();
+    // By the clock and not by passes, so that revving the engine does not change it.
+    g.raceTicks = static_cast<double>(millisecondsSince(g, horn) / kReactionStepMs);
+    if (isEscapeAsked(g)) return StartResult::kAbandoned;
+    if (isUpShiftAsked(g)) break;
+    revAndHonk(g);
+  }
+  clk(g);
+  g.escapePressed = 0;
+  g.upShiftHeld = 0;
+  UpShift(g);
+  g.raceTicks /= kReactionStepsATick;
+  return StartResult::kStarted;
+}
+
+void scold(GameState& g) {
+  stopall(g);
+  play(g, "vorn5");
+  dyke(g, 0.3);
+  say(g,
+      " you jumped the starting flag. "
+      " You must wait until you hear the air horn to start the race. ");
+  dyke(g, 0.3);
+  sars(g);
+}
+
+StartResult tryToStart(GameState& g) {
+  setUp(g);
+  StartResult result = startEngine(g);
+  if (result == StartResult::kStarted) result = countDown(g);
+  if (result == StartResult::kStarted) result = react(g);
+  return result;
+}
+
+void revFreely(GameState& g) {
+  if (g.joystickPresent == 1) pollController(g);
+  g.platform.yield();
+  if (g.btnHorn == 1) playhorn(g);
+  PlayRPM(g);
+}
+
+}  // namespace
+
+void startrace(GameState& g) {
+  while (tryToStart(g) == StartResult::kJumped) scold(g);
+}
+
+void EndTheRace(GameState& g) {
+  constexpr double kRevStep = 3;
+  clk(g);
+  g.sound4Buffer->Play(SoundBuffer::kOnce);
+  dyke(g, 0.5);
+  play2(g, "vorn6");
+  stopall2(g);
+  sars(g);
+  g.engineBuffer->Play(SoundBuffer::kLooping);
+  for (; g.engineRpm <= 100; g.engineRpm += kRevStep) revFreely(g);
+  for (g.engineRpm = 100; g.engineRpm >= 2; g.engineRpm -= kRevStep) revFreely(g);
+  g.engineBuffer->Stop();
+  play(g, "vorn19");
+  dyke(g, 0.4);
+  clk(g);
+}
+
+}  // namespace vorn

@@ -1,0 +1,12 @@
+/// Runs a whole race over a track's segments. May call the race, pit road and playback.
+#pragma once
+
+#include "tracks/track.h"
+
+namespace vorn {
+
+/// Welcome, laps, start, laps and finish. Returns when the race is over, or with
+/// `escapePressed` = 1 when it was given up. Waits.
+void runRace(GameState& g, const Track& track);
+
+}  // namespace vorn
