@@ -1,0 +1,85 @@
+#include "shell/menus.h"
+
+#include "clock/waits.h"
+#include "input/events.h"
+#include "input/key_names.h"
+#include "speech/speech.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kStickUp = -5555;
+constexpr int kStickDown = 5555;
+constexpr double kPauseBetweenMoves = 0.2;     // seconds; it spaces a key that is held
+constexpr double kPauseAfterController = 0.3;  // so that one push is not read as several
+
+enum class Action { kNone, kSelect, kPrevious, kNext, kBackToTop, kLeave };
+
+// One look at the devices. A later test overrides an earlier one, and each reads
+// its field when its turn comes, after the pauses before it.
+Action look(GameState& g, const Menu& menu) {
+  Action action = Action::kNone;
+  const auto controller = [&](bool isPushed, Action wanted) {
+    if (!isPushed) return;
+    dyke(g, kPauseAfterController);
+    action = wanted;
+  };
+  const auto keyboard = [&](int keyCode, Action wanted) {
+    if (isKeyDown(g, keyCode)) action = wanted;
+  };
+  if (g.joystickPresent == 1) pollController(g);
+  readKeyboard(g);
+  g.platform.yield();
+  controller(g.btnSpeedometer == 1, Action::kSelect);
+  keyboard(g.keyMapEnter, Action::kSelect);
+  controller(g.joyGasBrake < kStickUp, Action::kPrevious);
+  keyboard(g.keyMapUpShift, Action::kPrevious);
+  controller(g.joyGasBrake > kStickDown, Action::kNext);
+  keyboard(g.keyMapDownShift, Action::kNext);
+  controller(g.btnUpShift == 1, Action::kBackToTop);
+  if (menu.escapeLeaves && g.lastKeyCode == key::kEscape) action = Action::kLeave;
+  if (menu.escapeLeaves && g.lastKeyCode == key::kF1) g.lastKeyCode.clear();
+  return action;
+}
+
+Action waitForAction(GameState& g, const Menu& menu) {
+  Action action = Action::kNone;
+  while (action == Action::kNone) action = look(g, menu);
+  return action;
+}
+
+}  // namespace
+
+void openMenu(GameState& g, const Menu& menu, int& cursor) {
+  cursor = 1;
+  say2(g, menu.openingPrompt);
+}
+
+int offerMenu(GameState& g, const Menu& menu, int& cursor) {
+  const int last = static_cast<int>(menu.entries.size());
+  for (;;) {
+    dyke(g, kPauseBetweenMoves);
+    const Action action = waitForAction(g, menu);
+    stopspeech(g);
+    switch (action) {
+      case Action::kSelect:
+        return cursor;
+      case Action::kLeave:
+        clk(g);
+        return kNoEntry;
+      case Action::kBackToTop:
+        openMenu(g, menu, cursor);
+        continue;
+      case Action::kPrevious:
+        cursor = cursor > 1 ? cursor - 1 : last;
+        break;
+      default:
+        cursor = cursor < last ? cursor + 1 : 1;
+        break;
+    }
+    if (menu.pauseBeforeEntry > 0) dyke(g, menu.pauseBeforeEntry);
+    say2(g, menu.entries[cursor - 1]);
+  }
+}
+
+}  // namespace vorn
