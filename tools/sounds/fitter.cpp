@@ -56,6 +56,21 @@ std::int16_t asComma(int value) {
   });
 }
 
+/// A sample that could give up or take on one character, and what that costs.
+struct Step {
+  std::size_t place;
+  std::int16_t value;
+  int cost;
+};
+
+/// The nearest value to `value` with `characters` characters, none special.
+Step stepTo(std::size_t place, int value, int characters) {
+  const std::int16_t stepped = nearest(value, [characters](int v) {
+    return charactersOf(v) == characters && !isSpecial(lowByte(v)) && !isSpecial(highByte(v));
+  });
+  return {place, stepped, std::abs(stepped - value)};
+}
+
 /// Puts the end mark into the low byte of that sample of [begin, end) which
 /// leaves exactly `length` characters in front of it from `begin` on.
 class MarkPlacer {
@@ -67,28 +82,29 @@ class MarkPlacer {
     for (std::size_t i = begin_; i < end_; ++i) samples_[i] = withoutSpecials(samples_[i]);
     makeEnoughCharacters();
     const std::size_t mark = cheapestMark();
-    stepCharacters(mark, length_ - count(begin_, mark));
+    for (const Step& step : stepsFor(mark)) samples_[step.place] = step.value;
     std::copy(original_.begin() + static_cast<std::ptrdiff_t>(mark), original_.end(),
               samples_.begin() + static_cast<std::ptrdiff_t>(mark));
     samples_[mark] = asEndMark(samples_[mark]);
   }
 
  private:
-  int count(std::size_t from, std::size_t to) const {
+  int count(std::size_t to) const {
     int sum = 0;
-    for (std::size_t i = from; i < to; ++i) sum += charactersOf(samples_[i]);
+    for (std::size_t i = begin_; i < to; ++i) sum += charactersOf(samples_[i]);
     return sum;
   }
 
   /// In very quiet audio most bytes are NUL and do not count: values just above
   /// zero become -1, two characters each, until there are enough.
   void makeEnoughCharacters() {
-    int missing = length_ - count(begin_, end_ - 1);
+    int missing = length_ - count(end_ - 1);
     for (int loudest = 0; missing > 0 && loudest <= 0xFF; ++loudest) {
       for (std::size_t i = begin_; i < end_ - 1 && missing > 0; ++i) {
         if (samples_[i] != loudest) continue;
-        missing -= 2 - charactersOf(samples_[i]);
-        samples_[i] = -1;
+        const int before = charactersOf(samples_[i]);
+        samples_[i] = before == 0 && missing == 1 ? 1 : -1;
+        missing -= charactersOf(samples_[i]) - before;
       }
     }
     if (missing > 0) throw std::runtime_error("too few samples for the last item");
@@ -102,38 +118,40 @@ class MarkPlacer {
     const std::size_t first = exact - std::min<std::size_t>(exact - begin_, kMarkSlack);
     const std::size_t last = std::min(exact + kMarkSlack, end_ - 1);
 
-    std::size_t best = exact;
+    std::size_t best = end_;
     int leastCost = std::numeric_limits<int>::max();
     for (std::size_t i = first; i <= last; ++i) {
-      const int steps = length_ - count(begin_, i);
-      if (!canStep(i, steps)) continue;
-      const int cost = std::abs(asEndMark(original_[i]) - original_[i]) + std::abs(steps);
+      const std::vector<Step> steps = stepsFor(i);
+      if (static_cast<int>(steps.size()) < std::abs(length_ - count(i))) continue;
+      int cost = std::abs(asEndMark(original_[i]) - original_[i]);
+      for (const Step& step : steps) cost += step.cost;
       if (cost >= leastCost) continue;
       leastCost = cost;
       best = i;
     }
-    if (leastCost == std::numeric_limits<int>::max())
-      throw std::runtime_error("no sample can carry the end mark");
+    if (best == end_) throw std::runtime_error("no sample can carry the end mark");
     return best;
   }
 
-  /// A step of one LSB adds a character (low byte 00 to 01) or takes one (back).
-  static bool isStep(int value, int steps) { return lowByte(value) == (steps > 0 ? 0x00 : 0x01); }
-
-  bool canStep(std::size_t mark, int steps) const {
-    int left = std::abs(steps);
-    for (std::size_t i = mark; i > begin_ && left > 0; --i) left -= isStep(samples_[i - 1], steps);
-    return left == 0;
-  }
-
-  void stepCharacters(std::size_t mark, int steps) {
-    const int direction = steps > 0 ? 1 : -1;
-    for (std::size_t i = mark; i > begin_ && steps != 0; --i) {
-      std::int16_t& sample = samples_[i - 1];
-      if (!isStep(sample, steps)) continue;
-      sample = static_cast<std::int16_t>(sample + direction);
-      steps -= direction;
+  /// The cheapest single-character steps that make the count right for a mark
+  /// at `mark`; fewer than needed when there are no more.
+  std::vector<Step> stepsFor(std::size_t mark) const {
+    const int missing = length_ - count(mark);
+    const int direction = missing > 0 ? 1 : -1;
+    std::vector<Step> steps;
+    int smallest = 0;  // steps of one LSB found: when they suffice there is nothing cheaper
+    for (std::size_t i = mark; i > begin_ && smallest < std::abs(missing); --i) {
+      const int value = samples_[i - 1];
+      const int characters = charactersOf(value) + direction;
+      if (characters < 0 || characters > 2) continue;
+      steps.push_back(stepTo(i - 1, value, characters));
+      smallest += steps.back().cost == 1;
     }
+    const auto needed = std::min<std::size_t>(steps.size(), static_cast<std::size_t>(std::abs(missing)));
+    std::partial_sort(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(needed), steps.end(),
+                      [](const Step& a, const Step& b) { return a.cost < b.cost; });
+    steps.resize(needed);
+    return steps;
   }
 
   Samples& samples_;
