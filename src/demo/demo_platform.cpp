@@ -1,0 +1,181 @@
+#include "demo/demo_platform.h"
+
+#include <ostream>
+#include <utility>
+
+#include "demo/demo_driver.h"
+#include "platform/key_codes.h"
+#include "platform/windows1252.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kEscape = 27;
+constexpr int kButtons = 10;
+
+bool hasChanged(const JoystickState& a, const JoystickState& b) {
+  return a.x != b.x || a.y != b.y || a.buttons != b.buttons;
+}
+
+/// What the devices of the demonstration read.
+struct DemoInput {
+  DemoDriver driver;
+  DemoControls controls;
+  bool isNotified = false;
+};
+
+/// Reads pass through; the player's files stay as they are.
+class ReadOnlyFiles : public Files {
+ public:
+  explicit ReadOnlyFiles(Files& inner) : inner_(inner) {}
+  std::optional<std::string> find(const std::string& name) override { return inner_.find(name); }
+  std::vector<std::string> list(const std::string& prefix, const std::string& suffix) override {
+    return inner_.list(prefix, suffix);
+  }
+  std::string read(const std::string& name) override { return inner_.read(name); }
+  void write(const std::string&, const std::string&) override {}
+  void append(const std::string&, const std::string&) override {}
+  void remove(const std::string&) override {}
+  std::uintmax_t size(const std::string& name) override { return inner_.size(name); }
+  std::string readSound(const std::string& name) override { return inner_.readSound(name); }
+
+ private:
+  Files& inner_;
+};
+
+/// Speaks through the other platform's voice and lets the driver hear it.
+class OverheardVoice : public Voice {
+ public:
+  OverheardVoice(std::unique_ptr<Voice> inner, DemoDriver& driver, std::ostream& captions)
+      : inner_(std::move(inner)), driver_(driver), captions_(captions) {}
+  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+
+ private:
+  void doSetVoice(int index) override { inner_->setVoice(index); }
+  void doSetVolume(int volume) override { inner_->setVolume(volume); }
+  void doSetRate(int rate) override { inner_->setRate(rate); }
+  void doSpeak(const std::string& text, int flags) override {
+    if (text.find_first_not_of(' ') != std::string::npos) {
+      captions_ << utf8FromWindows1252(text) << std::endl;
+      driver_.hear(text);
+    }
+    inner_->Speak(text, flags);
+  }
+  int doRunningState() override { return inner_->RunningState(); }
+
+  std::unique_ptr<Voice> inner_;
+  DemoDriver& driver_;
+  std::ostream& captions_;
+};
+
+class DemoKeyboard : public KeyboardDevice {
+ public:
+  explicit DemoKeyboard(const DemoInput& input) : input_(input) {}
+  void SetCommonDataFormat(int) override {}
+  void SetCooperativeLevel(int) override {}
+  void Acquire() override {}
+  KeyboardState GetDeviceStateKeyboard() override {
+    KeyboardState state{};
+    if (input_.controls.keyDown) state[input_.controls.keyDown->keyCode] = 1;
+    return state;
+  }
+
+ private:
+  const DemoInput& input_;
+};
+
+class DemoWheel : public ControllerDevice {
+ public:
+  explicit DemoWheel(DemoInput& input) : input_(input) {}
+  void SetCommonDataFormat(int) override {}
+  void SetCooperativeLevel(int) override {}
+  void SetEventNotification(int) override { input_.isNotified = true; }
+  void SetRange(int, int) override {}
+  void SetAxisProperty(AxisProperty, int, int) override {}
+  void Acquire() override {}
+  void Unacquire() override { input_.isNotified = false; }
+  void Poll() override {}
+  JoystickState GetDeviceStateJoystick() override { return input_.controls.wheel; }
+  int buttonCount() override { return kButtons; }
+
+ private:
+  DemoInput& input_;
+};
+
+class DemoPlatform : public Platform, private EventReceiver {
+ public:
+  DemoPlatform(Platform& inner, std::ostream& captions)
+      : inner_(inner), captions_(captions), files_(inner.files()) {
+    inner_.setEventReceiver(this);
+  }
+  ~DemoPlatform() override { inner_.setEventReceiver(nullptr); }
+
+  std::int32_t tickCount() override { return inner_.tickCount(); }
+  double secondsSinceMidnight() override { return inner_.secondsSinceMidnight(); }
+  Date today() override { return inner_.today(); }
+  void setCaption(const std::string& caption) override { inner_.setCaption(caption); }
+  void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
+  int messageBox(const std::string& text) override { return inner_.messageBox(text); }
+  void enterShutdown() override {
+    isInShutdown_ = true;
+    inner_.enterShutdown();
+  }
+  std::unique_ptr<SoundDevice> createSoundDevice() override { return inner_.createSoundDevice(); }
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
+    return std::make_unique<DemoKeyboard>(input_);
+  }
+  std::vector<std::string> attachedControllers() override { return {"demonstration"}; }
+  std::unique_ptr<ControllerDevice> createControllerDevice(const std::string&) override {
+    return std::make_unique<DemoWheel>(input_);
+  }
+  std::unique_ptr<Voice> createVoice() override {
+    auto voice = std::make_unique<OverheardVoice>(inner_.createVoice(), input_.driver, captions_);
+    voice_ = voice.get();
+    return voice;
+  }
+  Files& files() override { return files_; }
+  void startProgram(const std::string&, int) override {}
+  double randomFraction() override { return inner_.randomFraction(); }
+  void reseedRandom() override { inner_.reseedRandom(); }
+  void carTicked(const TickReport& report) override {
+    input_.driver.watch(report);
+    inner_.carTicked(report);
+  }
+
+ private:
+  // The real player's keys only end the demonstration.
+  void Form_KeyDown(int virtualKeyCode, int) override { isStopAsked_ = virtualKeyCode == kEscape; }
+  void DirectXEvent8_DXCallback(int) override {}
+
+  void doYield(int atMostMs) override {
+    inner_.yield(atMostMs);
+    if (isInShutdown_) return;
+    if (std::exchange(isStopAsked_, false)) throw WindowClosed();
+    const bool isQuiet = !voice_ || voice_->RunningState() != Voice::kSpeaking;
+    const DemoControls before = input_.controls;
+    input_.controls = input_.driver.act(static_cast<std::uint32_t>(inner_.tickCount()), isQuiet);
+    if (!receiver_) return;
+    const Key* key = input_.controls.keyDown;
+    if (key && key != before.keyDown) receiver_->Form_KeyDown(key->virtualKeyCode, 0);
+    if (input_.isNotified && hasChanged(before.wheel, input_.controls.wheel)) {
+      receiver_->DirectXEvent8_DXCallback(1);
+    }
+  }
+
+  Platform& inner_;
+  std::ostream& captions_;
+  ReadOnlyFiles files_;
+  DemoInput input_;
+  EventReceiver* receiver_ = nullptr;
+  Voice* voice_ = nullptr;  // lives with the game while it runs
+  bool isStopAsked_ = false;
+  bool isInShutdown_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Platform> makeDemoPlatform(Platform& inner, std::ostream& captions) {
+  return std::make_unique<DemoPlatform>(inner, captions);
+}
+
+}  // namespace vorn
