@@ -68,7 +68,7 @@ TEST(ElapsedTimeText, SpeaksDigitByDigitWithTwoBlanksAtTheEnd) {
 
 TEST(ElapsedTimeText, AWholeMinuteStaysSixtySeconds) {
   EXPECT_EQ(elapsedTimeText(ticksOf(60)), "60 point 0 0 0  seconds. ");
-  EXPECT_EQ(elapsedTimeText(ticksOf(60.102)), "1 minute 0 point 1 0 2  seconds. ");
+  EXPECT_EQ(elapsedTimeText(ticksOf(60.5)), "1 minute 0 point 5 0 0  seconds. ");
 }
 
 TEST(ElapsedTimeText, AWholeHourStaysSixtyMinutes) {
