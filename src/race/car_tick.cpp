@@ -88,9 +88,9 @@ TickReport reportOf(const GameState& g) {
 
 }  // namespace
 
-void readShifts(GameState& g) {
+void readShifts(GameState& g, int atMostMs) {
   readRaceDevice(g);
-  g.platform.yield(0);
+  g.platform.yield(atMostMs);
   if (isAsked(g, g.btnUpShift, g.keyMapUpShift)) {
     UpShift(g);
   } else {

@@ -10,7 +10,8 @@ namespace vorn {
 /// the driver gives up inside a crash (`escapePressed` = 1).
 void checkstuff(GameState& g);
 
-/// The shift controls, one shift a press; reads the device and yields once.
-void readShifts(GameState& g);
+/// The shift controls, one shift a press; reads the device and yields once, for
+/// at most `atMostMs` milliseconds.
+void readShifts(GameState& g, int atMostMs = 0);
 
 }  // namespace vorn
