@@ -8,6 +8,7 @@
 #include "race/session.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
+#include "tracks/cue.h"
 #include "tracks/laps_entry.h"
 
 namespace vorn {
@@ -16,21 +17,6 @@ namespace {
 constexpr int kPitSide = 1;
 
 enum class LapResult { kCompleted, kPitStop, kAbandoned };
-
-void startCue(GameState& g, const Segment& segment) {
-  g.warnDistance = segment.cueLength > 0 ? segment.cueLength : segment.length;
-  g.warnScale = segment.scale;
-  g.warnPan = segment.pan;
-  startwarn(g, segment.cue);
-}
-
-void pushCar(GameState& g, const Segment& segment) {
-  if (segment.rule) {
-    segment.rule(g);
-  } else if (g.speed != 0) {
-    g.lateralPosition += lateralPush(segment.push, g.speed);
-  }
-}
 
 bool isPitRoadAsked(const GameState& g) {
   return g.btnPitRoad == 1 || isKeyDown(g, g.keyMapPitRoad);
@@ -44,7 +30,7 @@ void leaveSegment(GameState& g) {
 // At least one tick, whatever the car brings along.
 LapResult driveSegment(GameState& g, const Segment& segment, bool isFirst) {
   do {
-    pushCar(g, segment);
+    pushCar(g, segment.push);
     awarn(g);
     if (g.escapePressed == 1) return LapResult::kAbandoned;
     if (isFirst && isPitRoadAsked(g)) {
@@ -54,7 +40,6 @@ LapResult driveSegment(GameState& g, const Segment& segment, bool isFirst) {
     }
     checkstuff(g);
   } while (g.lapPosition < segment.length);
-  if (segment.endRule) segment.endRule(g);
   return LapResult::kCompleted;
 }
 
@@ -66,7 +51,9 @@ LapResult driveLap(GameState& g, const Track& track) {
     if (i > 0) g.lapPosition -= track.segments[i - 1].length;
     const LapResult result = driveSegment(g, segment, i == 0);
     if (result != LapResult::kCompleted) return result;
-    if (i + 1 < track.segments.size()) leaveSegment(g);
+    if (i + 1 == track.segments.size()) break;
+    if (segment.atEnd) segment.atEnd(g, segment, track.segments[i + 1]);
+    leaveSegment(g);
   }
   return LapResult::kCompleted;
 }
@@ -89,7 +76,7 @@ bool driveLaps(GameState& g, const Track& track) {
 
 void runRace(GameState& g, const Track& track) {
   g.steerDrag = track.steerDrag;
-  if (track.topGearUnlimited) g.topGearUnlimited = 1;
+  if (track.rule) track.rule(g);
   sars(g);
   dyke(g, 0.2);
   say(g, track.welcome);

@@ -14,4 +14,22 @@ double lateralPush(const Push& push, double speed) {
   return 0;
 }
 
+void pushCar(RaceState& car, const Push& push) {
+  if (push.rule) {
+    push.rule(car);
+  } else if (car.speed != 0) {
+    car.lateralPosition += lateralPush(push, car.speed);
+  }
+}
+
+double cueLength(const Segment& segment) {
+  return segment.cueLength > 0 ? segment.cueLength : segment.length;
+}
+
+double lapLength(const Track& track) {
+  double length = 0;
+  for (const Segment& segment : track.segments) length += segment.length;
+  return length;
+}
+
 }  // namespace vorn
