@@ -58,8 +58,8 @@ constexpr int kExitGame = 1;
 constexpr int kStartGame = static_cast<int>(std::size(kMainMenu));
 
 /// The track procedures by `trackChoice`.
-constexpr Procedure kTrackProcedures[] = {nullptr,   maple,     sayNotYet, sayNotYet, sayNotYet, sayNotYet,
-                                          sayNotYet, sayNotYet, sayNotYet, sayNotYet, sayNotYet};
+constexpr Procedure kTrackProcedures[] = {nullptr, maple,  painsville, chagrin,     ohio,  chardon,
+                                          erie,    mentor, kirtland,   chesterland, geneva};
 constexpr int kGoToMainMenu = 11;
 
 Menu mainMenu() {
