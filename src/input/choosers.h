@@ -1,4 +1,5 @@
-/// The spoken choosers that every dialogue shares. They wait for keys and yield.
+/// The spoken choosers that every dialogue shares: their differences are fields,
+/// not copies. They wait for keys and yield. May call events, speech and waits.
 #pragma once
 
 #include <string>
@@ -15,10 +16,25 @@ struct YesNo {
   bool f1AsksAgain = true;        ///< else F1 does nothing
   bool echoesEveryKey = true;     ///< y and n are spoken too; else only keys that mean nothing
   bool otherKeyAsksAgain = true;  ///< a key that means nothing restarts the question
+  bool clearsKeysFirst = false;   ///< `clk` before each time the question is asked
 };
 
 /// Asks; Up or Down flips and says the answer, Enter accepts, y and n answer at once.
 /// Returns true for yes.
 bool askYesNo(GameState& g, const YesNo& question);
+
+/// How a choice from a list behaves beyond its entries.
+struct ListChoice {
+  std::string prompt;                ///< names entry 1, unless `keepsChoice`
+  std::vector<std::string> entries;  ///< numbered from 1
+  bool echoesOtherKeys = false;      ///< a key that means nothing is spoken before the question restarts
+  /// The question starts where the choice stands: the prompt is said to its end,
+  /// and the current entry after it. Else each asking starts at entry 1.
+  bool keepsChoice = false;
+};
+
+/// Asks; Down and Up move around the list in `choice` and say the entry, Enter
+/// accepts, any other key asks again.
+void chooseFromList(GameState& g, const ListChoice& question, int& choice);
 
 }  // namespace vorn

@@ -16,8 +16,6 @@ constexpr int kAxisRange = 10000;
 constexpr int kDeadZoneDivisor = 25;
 constexpr double kSaturationFactor = 0.5;
 constexpr int kCaptureThreshold = -99;  // beyond it an axis counts as moved
-constexpr int kCaptureButton = 1;
-constexpr int kCaptureSteering = 2;
 
 // Which flag each mapped button feeds.
 constexpr std::pair<int InputState::*, int InputState::*> kActions[] = {
@@ -144,7 +142,7 @@ void readController(GameState& g) {
   } catch (const PlatformError&) {
     return;
   }
-  if (g.joyCaptureMode <= 0) {
+  if (g.joyCaptureMode <= kCaptureNothing) {
     play(g, state);
   } else if (g.joyCaptureMode == kCaptureButton) {
     captureButton(g, state);

@@ -8,6 +8,12 @@
 
 namespace vorn {
 
+/// Values of `joyCaptureMode`; in any but the first the controller drives nothing.
+inline constexpr int kCaptureNothing = 0;
+inline constexpr int kCaptureButton = 1;
+inline constexpr int kCaptureSteering = 2;
+inline constexpr int kCaptureGas = 3;
+
 /// Delivers what the platform reports into the state. Lives as long as the game runs.
 class GameEvents : public EventReceiver {
  public:

@@ -1,11 +1,6 @@
 #include "records/log.h"
 
 namespace vorn {
-namespace {
-
-constexpr const char* kLogFile = "vorn1log.txt";
-
-}  // namespace
 
 std::string dateText(const Date& date) {
   return std::to_string(date.month) + "/" + std::to_string(date.day) + "/" + std::to_string(date.year);

@@ -8,6 +8,8 @@
 
 namespace vorn {
 
+inline constexpr const char* kLogFile = "vorn1log.txt";
+
 /// "3/7/2026"
 std::string dateText(const Date& date);
 

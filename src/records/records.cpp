@@ -13,11 +13,8 @@
 namespace vorn {
 namespace {
 
-constexpr int kTracks = 10;
 constexpr std::array<const char*, kTracks + 1> kTrackWords = {
     "", "maple", "pain", "chagrin", "ohio", "chardon", "erie", "mentor", "kirtland", "chesterland", "geneva"};
-constexpr const char* kSummaryFile = "vorn1records.txt";
-constexpr const char* kRecordSuffix = ".rec";
 
 // Every value but the time is preceded by its type.
 constexpr std::uint64_t kTag16 = 2;
@@ -203,7 +200,7 @@ void WriteNewRecordFile(GameState& g) {
       if (record) summary += summaryBlock(lapsOfFile(name), g.trackNames[track], *record);
     }
   }
-  files.write(kSummaryFile, summary);
+  files.write(kRecordsSummaryFile, summary);
 }
 
 }  // namespace vorn

@@ -9,6 +9,10 @@
 
 namespace vorn {
 
+inline constexpr int kTracks = 10;
+inline constexpr const char* kRecordSuffix = ".rec";
+inline constexpr const char* kRecordsSummaryFile = "vorn1records.txt";
+
 /// The word that stands for track 1..10 in record file names.
 const char* trackWord(int track);
 /// "vorn1maple0005.rec"

@@ -3,13 +3,18 @@
 #include "clock/waits.h"
 #include "input/control_maps.h"
 #include "input/events.h"
+#include "input/wizards.h"
+#include "options/instructions.h"
+#include "options/options.h"
 #include "race/announcements.h"
 #include "records/log.h"
+#include "records/reading.h"
 #include "records/records.h"
 #include "shell/menus.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
+#include "speech/voice_settings.h"
 #include "text/numbers.h"
 #include "tracks/procedures.h"
 
@@ -34,32 +39,32 @@ struct MainMenuItem {
 
 constexpr MainMenuItem kMainMenu[] = {
     {" Exit Game. ", nullptr},
-    {" Reed Instructions. ", sayNotYet},
-    {" reed track descriptions ", sayNotYet},
-    {" reed log file ", sayNotYet},
-    {" delete log file ", sayNotYet},
-    {" reed records file ", sayNotYet},
-    {" reset records ", sayNotYet},
-    {" change voice ", sayNotYet},
-    {" adjust rate of speech ", sayNotYet},
-    {" adjust volume ", sayNotYet},
+    {" Reed Instructions. ", readins},
+    {" reed track descriptions ", reades},
+    {" reed log file ", readlog},
+    {" delete log file ", delog},
+    {" reed records file ", readrecords},
+    {" reset records ", resrec},
+    {" change voice ", changevoice},
+    {" adjust rate of speech ", adjrate},
+    {" adjust volume ", adjvol},
     {" Check speakers ", checkspeakers},
     {" reed default joystick configuration ", readjoy},
-    {" configure joystick ", sayNotYet},
+    {" configure joystick ", confjoy},
     {" Reset joystick configuration ", ReSetJoy},
     {" reed default key board configuration ", readKB},
-    {" configure key board ", sayNotYet},
+    {" configure key board ", confkey},
     {" Reset key board configuration ", resetkey},
-    {" change game options ", sayNotYet},
-    {" change car engine sound ", sayNotYet},
+    {" change game options ", congops},
+    {" change car engine sound ", cheng},
     {" Start Game. ", nullptr},
 };
 constexpr int kExitGame = 1;
 constexpr int kStartGame = static_cast<int>(std::size(kMainMenu));
 
 /// The track procedures by `trackChoice`.
-constexpr Procedure kTrackProcedures[] = {nullptr, maple,  painsville, chagrin,     ohio,  chardon,
-                                          erie,    mentor, kirtland,   chesterland, geneva};
+constexpr Procedure kTrackProcedures[] = {nullptr,   maple,     sayNotYet, sayNotYet, sayNotYet, sayNotYet,
+                                          sayNotYet, sayNotYet, sayNotYet, sayNotYet, sayNotYet};
 constexpr int kGoToMainMenu = 11;
 
 Menu mainMenu() {

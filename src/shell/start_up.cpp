@@ -9,14 +9,13 @@
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
-#include "text/settings_file.h"
+#include "speech/voice_settings.h"
 
 namespace vorn {
 namespace {
 
 constexpr int kPriorityLevel = 2;
 constexpr int kVolumePanAndFrequency = 0x80 + 0x40 + 0x20;
-constexpr const char* kVoiceFile = "vorn1voc.cfg";
 constexpr const char* kLauncher = "arcadehub.exe";
 constexpr int kMaximised = 3;
 constexpr std::uint32_t kLongestFarewellMs = 60000;
@@ -72,11 +71,7 @@ void readVoiceSettings(GameState& g) {
   g.voiceIndex = 0;
   g.voiceVolume = 90;
   g.speechRate = 0;
-  carryOn([&] {
-    if (!g.platform.files().find(kVoiceFile)) return;
-    readSettingsInto(g.platform.files().read(kVoiceFile),
-                     {&g.voiceIndex, &g.speechRate, &g.voiceVolume, &g.soundVolume});
-  });
+  carryOn([&] { getCFG(g); });
 }
 
 void applyVoiceSettings(GameState& g) {

@@ -28,12 +28,6 @@ void startOneShot(GameState& g, const std::string& baseName) {
   g.oneShotBuffer->Play(SoundBuffer::kOnce);
 }
 
-void waitWhilePlaying(GameState& g, SoundSlot& slot) {
-  do {
-    g.platform.yield();
-  } while (slot.isPlaying());
-}
-
 void testSpeaker(GameState& g, const std::string& announcement, const std::string& baseName, int pan) {
   say(g, announcement);
   clk(g);
@@ -65,6 +59,12 @@ void play3(GameState& g, const std::string& baseName) {
     if (g.btnSpeedometer == 1) g.lastKeyCode = kAnyKey;
   }
   stopOneShot(g);
+}
+
+void waitWhilePlaying(GameState& g, SoundSlot& slot) {
+  do {
+    g.platform.yield();
+  } while (slot.isPlaying());
 }
 
 void stopOneShot(GameState& g) {

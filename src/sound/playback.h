@@ -23,6 +23,8 @@ void PlayPan(GameState& g, const std::string& baseName, double pan);
 void playmark(GameState& g);
 void playhorn(GameState& g);
 
+/// Waits, yielding, until what is in the slot has ended.
+void waitWhilePlaying(GameState& g, SoundSlot& slot);
 /// Stops and empties the one-shot slot, if it holds anything.
 void stopOneShot(GameState& g);
 

@@ -1,5 +1,7 @@
 #include "speech/speech.h"
 
+#include "text/numbers.h"
+
 namespace vorn {
 namespace {
 
@@ -27,7 +29,7 @@ void stopspeech(GameState& g) {
 }
 
 void saykey(GameState& g) {
-  g.speechVoice->setRate(g.speechRate + kEchoRateAboveUsual);
+  g.speechVoice->setRate(saturatedSum(g.speechRate, kEchoRateAboveUsual));
   stopspeech(g);
   if (g.lastKeyCode != kKeyF1) say2(g, g.lastKeyChar);
   g.speechVoice->setRate(g.speechRate);

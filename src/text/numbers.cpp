@@ -1,7 +1,10 @@
 #include "text/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace vorn {
 namespace {
@@ -29,6 +32,12 @@ double roundDecimals(double value, int decimals) {
 
 int wholePart(double value) {
   return static_cast<int>(std::floor(value));
+}
+
+int saturatedSum(int a, int b) {
+  const std::int64_t sum = std::int64_t{a} + b;
+  return static_cast<int>(
+      std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 std::string numberText(double value) {

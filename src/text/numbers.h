@@ -15,6 +15,9 @@ double roundDecimals(double value, int decimals);
 /// The largest whole number not above `value`, as an int.
 int wholePart(double value);
 
+/// `a` + `b`, held at the ends of an int's range.
+int saturatedSum(int a, int b);
+
 /// At most 15 significant digits, no trailing zeros, no exponent, "0" before the point.
 std::string numberText(double value);
 

@@ -1,0 +1,118 @@
+#include "records/reading.h"
+
+#include "clock/waits.h"
+#include "input/choosers.h"
+#include "input/events.h"
+#include "records/log.h"
+#include "records/records.h"
+#include "speech/speech.h"
+#include "text/settings_file.h"
+
+namespace vorn {
+namespace {
+
+constexpr size_t kLongestBlock = 111;        // lines
+constexpr double kPauseBeforeLog = 0.1;      // seconds
+constexpr double kPauseBetweenBlocks = 0.2;  // seconds
+
+// Returns false when a key has cut it off.
+bool readBlock(GameState& g, const std::vector<std::string>& block) {
+  for (const std::string& line : block) {
+    if (speakAndWait(g, line)) continue;
+    stopspeech(g);
+    return false;
+  }
+  return true;
+}
+
+void readFileAloud(GameState& g, const char* fileName) {
+  const auto blocks = readingBlocks(textLines(g.platform.files().read(fileName)));
+  for (size_t i = 0; i < blocks.size(); ++i) {
+    if (i > 0) dyke(g, kPauseBetweenBlocks);
+    if (!readBlock(g, blocks[i])) return;
+  }
+}
+
+/// What is reset: the files that begin with `prefix`, and how they are spoken of.
+struct Reset {
+  std::string prefix, question, confirmation;
+};
+
+Reset resetOf(const GameState& g, int track) {
+  const std::string name = "the " + g.trackNames[track];
+  return {"vorn1" + std::string(trackWord(track)), " Reset " + name + " records? no ",
+          " The " + g.trackNames[track] + " records have been reset. "};
+}
+
+Reset resetOfAll() {
+  return {"vorn1", " Reset  all  records? no ", " All  records have been reset. "};
+}
+
+Reset chooseReset(GameState& g) {
+  std::vector<std::string> entries = {" all "};
+  for (int track = 1; track <= kTracks; ++track) entries.push_back(g.trackNames[track]);
+  int choice = 1;
+  chooseFromList(
+      g, {.prompt = " select the track record to reset, all ", .entries = entries, .echoesOtherKeys = true},
+      choice);
+  return choice == 1 ? resetOfAll() : resetOf(g, choice - 1);
+}
+
+}  // namespace
+
+std::vector<std::vector<std::string>> readingBlocks(const std::vector<std::string>& lines) {
+  std::vector<std::vector<std::string>> blocks;
+  bool isOpen = false;
+  for (const std::string& line : lines) {
+    if (!isOpen) blocks.emplace_back();
+    blocks.back().push_back(line);
+    isOpen = !(line.starts_with(' ') || blocks.back().size() == kLongestBlock);
+  }
+  return blocks;
+}
+
+void readlog(GameState& g) {
+  clk(g);
+  stopspeech(g);
+  if (!g.platform.files().find(kLogFile)) {
+    say(g, " sorry, there was no log file to reed. ");
+    return;
+  }
+  dyke(g, kPauseBeforeLog);
+  readFileAloud(g, kLogFile);
+}
+
+void readrecords(GameState& g) {
+  stopspeech(g);
+  clk(g);
+  if (!g.platform.files().find(kRecordsSummaryFile)) {
+    say(g, " Sorry, but there was no records file to reed. ");
+    return;
+  }
+  readFileAloud(g, kRecordsSummaryFile);
+}
+
+void delog(GameState& g) {
+  if (!g.platform.files().find(kLogFile)) {
+    say(g, " sorry, there was no log file to delete. ");
+    return;
+  }
+  if (!askYesNo(
+          g, {.prompt = " Are you sure that you want to delete the log file? no ", .startsAtYes = false})) {
+    return;
+  }
+  g.platform.files().remove(kLogFile);
+  say(g, " The log file has been deleted. ");
+  startlog(g);
+}
+
+void resrec(GameState& g) {
+  const Reset reset = chooseReset(g);
+  if (!askYesNo(g, {.prompt = reset.question, .startsAtYes = false})) return;
+  for (const std::string& name : g.platform.files().list(reset.prefix, kRecordSuffix)) {
+    g.platform.files().remove(name);
+  }
+  say(g, reset.confirmation);
+}
+
+}  // namespace vorn
