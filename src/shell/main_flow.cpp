@@ -26,10 +26,6 @@ enum class Place { kMainMenu, kTrackMenu, kRace, kPostRaceMenu, kExit };
 
 using Procedure = void (*)(GameState&);
 
-void sayNotYet(GameState& g) {
-  say(g, " Sorry, that is not in this version yet. ");
-}
-
 /// The main menu in its order. The first entry leaves the game and the last one
 /// starts it: neither has a procedure.
 struct MainMenuItem {
@@ -63,8 +59,8 @@ constexpr int kExitGame = 1;
 constexpr int kStartGame = static_cast<int>(std::size(kMainMenu));
 
 /// The track procedures by `trackChoice`.
-constexpr Procedure kTrackProcedures[] = {nullptr,   maple,     sayNotYet, sayNotYet, sayNotYet, sayNotYet,
-                                          sayNotYet, sayNotYet, sayNotYet, sayNotYet, sayNotYet};
+constexpr Procedure kTrackProcedures[] = {nullptr, maple,  painsville, chagrin,     ohio,  chardon,
+                                          erie,    mentor, kirtland,   chesterland, geneva};
 constexpr int kGoToMainMenu = 11;
 
 Menu mainMenu() {
