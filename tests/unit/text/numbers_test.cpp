@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace vorn {
 namespace {
 
@@ -60,6 +62,13 @@ TEST(LeadingNumber, IsZeroWhereThereIsNone) {
 TEST(CountedUnit, TakesAnSBeyondOne) {
   EXPECT_EQ(countedUnit(1, "hour"), "1 hour");
   EXPECT_EQ(countedUnit(2, "minute"), "2 minutes");
+}
+
+TEST(SaturatedSum, StaysWithinAnInt) {
+  EXPECT_EQ(saturatedSum(40, -45), -5);
+  EXPECT_EQ(saturatedSum(INT_MAX, 1), INT_MAX);
+  EXPECT_EQ(saturatedSum(INT_MAX - 5, 5), INT_MAX);
+  EXPECT_EQ(saturatedSum(INT_MIN, -1), INT_MIN);
 }
 
 TEST(FractionDigits, AreAlwaysThree) {
