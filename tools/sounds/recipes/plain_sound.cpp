@@ -12,6 +12,8 @@
 namespace vorn::sounds {
 namespace {
 
+using namespace synth;  // recipes are written in its words
+
 enum class Kind { kTones, kNoise, kTicks, kCalls };
 
 struct Fingerprint {
@@ -68,51 +70,50 @@ const Fingerprint& fingerprintOf(std::string_view name) {
 }
 
 /// A pitch within the lower half of the band, off a scale of five tones.
-double pitch(const Fingerprint& print, synth::Noise& noise) {
+double pitch(const Fingerprint& print, Noise& noise) {
   constexpr std::array kScale{0, 2, 4, 7, 9};
   const double octaves = std::max(1.0, std::log2(print.highHertz / print.lowHertz) / 2);
   const double semitones = 12 * noise.below(static_cast<int>(octaves)) + kScale[noise.below(kScale.size())];
   return 1.2 * print.lowHertz * std::exp2(semitones / 12);
 }
 
-Signal tone(const Fingerprint& print, synth::Noise& noise, double rate, double seconds) {
+Signal tone(const Fingerprint& print, Noise& noise, double rate, double seconds) {
   const double hertz = pitch(print, noise);
   const int partials = std::max(1, static_cast<int>(print.highHertz / hertz));
-  return synth::harmonics(rate, seconds, hertz, synth::falling(std::min(partials, 12), -4),
-                          synth::swell(0.01, 0.4 * seconds, seconds));
+  return harmonics(rate, seconds, hertz, falling(std::min(partials, 12), -4),
+                   swell(0.01, 0.4 * seconds, seconds));
 }
 
-Signal hiss(const Fingerprint& print, synth::Noise& noise, double rate, double seconds) {
+Signal hiss(const Fingerprint& print, Noise& noise, double rate, double seconds) {
   const double middle = std::sqrt(print.lowHertz * print.highHertz);
-  return synth::burst(noise, rate, middle, middle / (print.highHertz - print.lowHertz), 0.01, seconds);
+  return burst(noise, rate, middle, middle / (print.highHertz - print.lowHertz), 0.01, seconds);
 }
 
-Signal tick(const Fingerprint& print, synth::Noise& noise, double rate, double seconds) {
+Signal tick(const Fingerprint& print, Noise& noise, double rate, double seconds) {
   const double hertz = noise.between(1, 1.3) * print.lowHertz;
-  return synth::strike(rate, seconds, {{hertz, 1, 0.08}, {1.7 * hertz, 0.8, 0.06}, {2.6 * hertz, 0.5, 0.04}},
-                       0.0003);
+  return strike(rate, seconds, {{hertz, 1, 0.08}, {1.7 * hertz, 0.8, 0.06}, {2.6 * hertz, 0.5, 0.04}},
+                0.0003);
 }
 
-Signal cry(const Fingerprint& print, synth::Noise& noise, double rate, double seconds) {
+Signal cry(const Fingerprint& print, Noise& noise, double rate, double seconds) {
   const double hertz = noise.between(0.35, 0.6) * print.lowHertz;
-  synth::Call call{.seconds = seconds,
-                   .hertz = synth::glide({{0, hertz}, {seconds / 3, 1.4 * hertz}, {seconds, hertz}})};
-  call.amplitude = synth::swell(0.02, 0.3 * seconds, seconds);
-  call.from = synth::sized(synth::kAh, print.highHertz / 3400);
-  call.to = synth::sized(synth::kEh, print.highHertz / 3400);
-  call.opening = synth::Contour{{0, 0}, {seconds, 1}};
-  return synth::call(noise, rate, call);
+  Call call{.seconds = seconds, .hertz = glide({{0, hertz}, {seconds / 3, 1.4 * hertz}, {seconds, hertz}})};
+  call.amplitude = swell(0.02, 0.3 * seconds, seconds);
+  call.from = sized(kAh, print.highHertz / 3400);
+  call.to = sized(kEh, print.highHertz / 3400);
+  call.opening = Contour{{0, 0}, {seconds, 1}};
+  return voiced(noise, rate, call);
 }
 
-using Event = Signal (*)(const Fingerprint&, synth::Noise&, double rate, double seconds);
+using Event = Signal (*)(const Fingerprint&, Noise&, double rate, double seconds);
 constexpr std::array<Event, 4> kEvents{&tone, &hiss, &tick, &cry};
 
 }  // namespace
 
 Audio plainSound(const Recording& recording) {
   const Fingerprint& print = fingerprintOf(recording.name());
-  synth::Noise noise = recording.noise("events");
-  synth::Canvas canvas = recording.canvas();
+  Noise noise = recording.noise("events");
+  Canvas canvas = recording.canvas();
   const int events = std::max(1, static_cast<int>(std::lround(print.eventsASecond * canvas.seconds())));
   const double spacing = canvas.seconds() / events;
   const Event event = kEvents[static_cast<std::size_t>(print.kind)];

@@ -1,23 +1,123 @@
-// Walls.
+// The three ambiences beside the track. Each is heard twice at once, left and
+// right, the right copy 44159 bytes ahead: steady beds without single events,
+// so that the copies never sound like one another's echo.
 
 #include <array>
+#include <cmath>
 
 #include "groups.h"
-#include "levels.h"
-#include "plain_sound.h"
+#include "synth/filter.h"
+#include "synth/modal.h"
+#include "synth/tones.h"
+#include "synth/voice.h"
 
 namespace vorn::sounds {
 namespace {
 
+using namespace synth;  // recipes are written in its words
+
+/// White noise around the loop.
+Signal bed(const Recording& recording, std::string_view purpose) {
+  Noise noise = recording.noise(purpose);
+  return white(noise, recording.frames());
+}
+
+/// A wandering value around the loop as a contour: `middle` times or over `span`.
+Contour wandering(const Recording& recording, std::string_view purpose, int lowest, int highest,
+                  double middle, double span) {
+  Noise noise = recording.noise(purpose);
+  return [course = wander(noise, recording.frames(), lowest, highest), rate = recording.rate(), middle,
+          span](double seconds) {
+    const auto place = static_cast<std::size_t>(std::lround(seconds * rate)) % course.size();
+    return middle * std::pow(span, course[place]);
+  };
+}
+
+Signal cheer(Noise& noise, double rate) {
+  constexpr std::array kMouths{kAh, kOh, kEh};
+  const double seconds = noise.between(0.25, 0.6);
+  const double hertz = 110 * std::pow(400.0 / 110, noise.between(0, 1));
+  const double size = hertz > 220 ? 1.15 : 1;
+  Call call{.seconds = seconds,
+            .hertz = glide({{0, hertz}, {0.4 * seconds, 1.08 * hertz}, {seconds, 0.9 * hertz}})};
+  call.amplitude = [seconds](double now) { return std::pow(std::sin(kPi * now / seconds), 2); };
+  call.from = sized(kMouths[static_cast<std::size_t>(noise.below(3))], size);
+  call.to = sized(kMouths[static_cast<std::size_t>(noise.below(3))], size);
+  call.opening = Contour{{0, 0}, {seconds, 1}};
+  call.breath = 0.25;
+  return voiced(noise, rate, call);
+}
+
+Audio crowd(const Recording& recording) {
+  constexpr int kVoices = 220;
+  Canvas canvas = recording.canvas();
+  Noise noise = recording.noise("voices");
+  for (int i = 0; i < kVoices; ++i) {
+    const double moment = canvas.seconds() * (i + noise.next()) / kVoices;
+    canvas.add(moment, withPeak(cheer(noise, canvas.rate()), noise.between(0.4, 1)));
+  }
+  Signal sound = canvas.signal();
+  const Signal roar = bandpass(bed(recording, "roar"), canvas.rate(), 800, 0.4, Ends::kMeeting);
+  mixInto(sound, roar, 1.6);
+  sound = steepHighpass(sound, canvas.rate(), 250, Ends::kMeeting);
+  sound = lowpass(sound, canvas.rate(), 3600, 0.7, Ends::kMeeting);
+  // Room for the cues.
+  return peaking(sound, canvas.rate(), 2700, 1.1, -4, Ends::kMeeting);
+}
+
+Audio wind(const Recording& recording) {
+  const Signal air = bed(recording, "air");
+  const double rate = recording.rate();
+  const Contour low = wandering(recording, "low", 1, 3, 380, 1.25);
+  const Contour high = wandering(recording, "high", 1, 3, 700, 1.25);
+  Signal sound = bandpass(air, rate, low, 2.5, Ends::kMeeting);
+  mixInto(sound, bandpass(air, rate, high, 4, Ends::kMeeting), 0.9);
+  mixInto(sound, bandpass(bed(recording, "leaves"), rate, 1300, 0.6, Ends::kMeeting), 0.16);
+  const Contour gusts = wandering(recording, "gusts", 1, 2, 1, 1.12);
+  sound = shaped(std::move(sound), rate, gusts);
+  return steepHighpass(lowpass(sound, rate, 2000, 0.7, Ends::kMeeting), rate, 130, Ends::kMeeting);
+}
+
+/// One pulse of a cricket's wing.
+Signal wingPulse(Noise& noise, double rate, double hertz) {
+  const double seconds = 0.014;
+  Signal pulse = sine(rate, seconds, hertz * (1 + 0.01 * noise.next()), swell(0.005, 0.006, seconds));
+  return noise.chance(0.5) ? pulse : scale(pulse, -1);
+}
+
+Signal birdNote(Noise& noise, double rate) {
+  const double from = noise.between(2600, 3600);
+  const double seconds = noise.between(0.06, 0.11);
+  return sine(rate, seconds, glide({{0, from}, {seconds, from * noise.between(1.1, 1.5)}}),
+              swell(0.02, 0.04, seconds));
+}
+
+Audio forestEdge(const Recording& recording) {
+  Canvas canvas = recording.canvas();
+  const double rate = canvas.rate();
+  const Contour rustle = wandering(recording, "rustle", 2, 7, 1, 1.15);
+  Signal leaves = bandpass(bed(recording, "leaves"), rate, 1000, 0.7, Ends::kMeeting);
+  leaves = lowpass(leaves, rate, 2200, 0.7, Ends::kMeeting);  // above is the cues' band
+  canvas.add(shaped(std::move(leaves), rate, rustle));
+  canvas.add(bandpass(bed(recording, "boughs"), rate, 350, 0.6, Ends::kMeeting), 0.8);
+
+  Noise noise = recording.noise("animals");
+  // A whole number of pulses around the loop, about 30 a second.
+  const int pulses = static_cast<int>(std::lround(30 * canvas.seconds()));
+  for (int i = 0; i < pulses; ++i) {
+    canvas.add(canvas.seconds() * i / pulses, wingPulse(noise, rate, 4600), i % 3 == 2 ? 0.03 : 0.06);
+  }
+  for (const double moment : scattered(noise, 5, canvas.seconds(), 0.3)) {
+    canvas.add(moment, birdNote(noise, rate), 0.07);
+    canvas.add(moment + 0.12, birdNote(noise, rate), 0.05);
+  }
+  return canvas.signal();
+}
+
 constexpr std::array kRecipes{
-    Recipe{"vorn16",
-           "steady stadium roar, many voices, no single shouts or whistl",
-           Play::kLoop,
-           {-18, -4, Meter::kWhole},
-           {},
-           &plainSound},
-    Recipe{"vorn23", "gusting wind", Play::kLoop, {-19, -4, Meter::kWhole}, {}, &plainSound},
-    Recipe{"vorn24", "forest edge", Play::kLoop, {-20, -4, Meter::kWhole}, {}, &plainSound},
+    Recipe{"vorn16", "wall: the crowd", Play::kLoop, {-18, -4}, {}, &crowd},
+    Recipe{"vorn23", "wall: wind", Play::kLoop, {-19, -4}, {}, &wind},
+    Recipe{"vorn24", "wall: forest edge", Play::kLoop, {-20, -4}, {}, &forestEdge},
 };
 
 }  // namespace

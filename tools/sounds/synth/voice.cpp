@@ -33,7 +33,7 @@ Mouth sized(Mouth mouth, double factor) {
   return mouth;
 }
 
-Signal call(Noise& noise, double rate, const Call& call) {
+Signal voiced(Noise& noise, double rate, const Call& call) {
   const Signal source = throat(noise, rate, call);
   Signal voice(source.size());
   for (std::size_t k = 0; k < call.from.size(); ++k) {

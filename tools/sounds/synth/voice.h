@@ -39,6 +39,6 @@ struct Call {
 };
 
 /// One call or syllable.
-Signal call(Noise& noise, double rate, const Call& call);
+Signal voiced(Noise& noise, double rate, const Call& call);
 
 }  // namespace vorn::synth
