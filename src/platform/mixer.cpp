@@ -53,21 +53,6 @@ void Mixer::reclaim() {
   }
 }
 
-/// Passes each channel to `pass` and lets go of those that have finished.
-template <class Pass>
-void Mixer::forEachChannel(Pass pass) {
-  for (auto& place : places_) {
-    SoundChannel* channel = place.load(std::memory_order_acquire);
-    if (channel == nullptr) {
-      continue;
-    }
-    pass(*channel);
-    if (channel->isFinished()) {
-      place.store(nullptr, std::memory_order_release);
-    }
-  }
-}
-
 void Mixer::render(float* interleaved, int frames) {
   std::array<float, kChunk> left, right;
   for (int done = 0; done < frames; done += kChunk) {
@@ -82,9 +67,16 @@ void Mixer::render(float* interleaved, int frames) {
 
 void Mixer::mixChunk(float* left, float* right, int count) {
   std::array<float, kChunk> gameLeft{}, gameRight{};
-  forEachChannel([&](SoundChannel& channel) {
-    channel.render(interpolator_, gameLeft.data(), gameRight.data(), count);
-  });
+  for (auto& place : places_) {
+    SoundChannel* channel = place.load(std::memory_order_acquire);
+    if (channel == nullptr) {
+      continue;
+    }
+    channel->render(interpolator_, gameLeft.data(), gameRight.data(), count);
+    if (channel->isFinished()) {
+      place.store(nullptr, std::memory_order_release);
+    }
+  }
   const bool muted = muted_.load(std::memory_order_relaxed);
   if (muted != isMuted_) {
     isMuted_ = muted;
@@ -97,13 +89,6 @@ void Mixer::mixChunk(float* left, float* right, int count) {
   sameLoudness.mixInto(right, gameRight.data(), count);
   voice_.mixInto(interpolator_, left, right, count);
   limiter_.process(left, right, count);
-}
-
-void Mixer::skip(int frames) {
-  forEachChannel([frames](SoundChannel& channel) { channel.skip(frames); });
-  for (int done = 0; done < frames; done += VoiceStream::kChunk) {
-    voice_.skip(std::min(VoiceStream::kChunk, frames - done));
-  }
 }
 
 }  // namespace vorn

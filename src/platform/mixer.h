@@ -39,16 +39,11 @@ class Mixer {
   // Rendering thread.
   /// Writes the next `frames` frames, left and right in turn, each -1 .. 1.
   void render(float* interleaved, int frames);
-  /// Lets `frames` frames pass unheard: afterwards every status and position is
-  /// as if they had been rendered.
-  void skip(int frames);
 
  private:
   class Buffer;
   static constexpr int kChunk = 64;
 
-  template <class Pass>
-  void forEachChannel(Pass pass);
   void mixChunk(float* left, float* right, int count);
   void reclaim();
 

@@ -185,24 +185,20 @@ void SoundChannel::aimStep(bool atOnce) {
 }
 
 /// Moves the step on by `count` frames. Returns how far they lead, and in
-/// `offsets`, where wanted, how far each of them lies from the first.
+/// `offsets` how far each of them lies from the first.
 Phase SoundChannel::advance(int count, Phase* offsets) {
   Phase travelled = 0;
   int i = 0;
   for (; i < count && stepLeft_ > 0; ++i) {
-    if (offsets != nullptr) {
-      offsets[i] = travelled;
-    }
+    offsets[i] = travelled;
     travelled += step_;
     step_ = --stepLeft_ == 0 ? targetStep_ : step_ + static_cast<Phase>(stepChange_);
   }
-  if (offsets != nullptr) {
-    const Phase step = step_;
-    for (int k = i; k < count; ++k) {
-      offsets[k] = travelled + static_cast<Phase>(k - i) * step;
-    }
+  for (; i < count; ++i) {
+    offsets[i] = travelled;
+    travelled += step_;
   }
-  return travelled + static_cast<Phase>(count - i) * step_;
+  return travelled;
 }
 
 Phase SoundChannel::moved(Phase position, Phase by, bool looping) const {
@@ -243,17 +239,6 @@ void SoundChannel::render(const Interpolator& interpolator, float* left, float* 
   }
   leftGain_.mixInto(left, planes.front().data(), count);
   rightGain_.mixInto(right, planes[recording_->channels - 1].data(), count);
-  endChunk(travelled, count);
-}
-
-void SoundChannel::skip(int count) {
-  obey();
-  if (!isSounding()) {
-    return;
-  }
-  const Phase travelled = advance(count, nullptr);
-  leftGain_.skip(count);
-  rightGain_.skip(count);
   endChunk(travelled, count);
 }
 

@@ -41,8 +41,6 @@ class SoundChannel {
   // Mixing thread.
   /// Adds the next `count` frames, at most `kChunk`.
   void render(const Interpolator& interpolator, float* left, float* right, int count);
-  /// Lets `count` frames pass unheard; all that can be asked afterwards is as after `render`.
-  void skip(int count);
   bool isFinished() const { return released_ && !playing_ && tailCount_ == 0; }
 
  private:

@@ -68,12 +68,6 @@ void VoiceStream::mixInto(const Interpolator& interpolator, float* left, float* 
   finish(count);
 }
 
-void VoiceStream::skip(int count) {
-  if (prepare(count)) {
-    finish(count);
-  }
-}
-
 /// Gets the source samples of the next `count` frames ready. False: silence.
 bool VoiceStream::prepare(int count) {
   obeyCancel();

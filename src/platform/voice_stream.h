@@ -46,8 +46,6 @@ class VoiceStream {
   // Mixing thread.
   /// Adds the next `count` frames, at most `kChunk`, to both sides.
   void mixInto(const Interpolator& interpolator, float* left, float* right, int count);
-  /// Lets `count` frames, at most `kChunk`, pass unheard.
-  void skip(int count);
 
  private:
   /// Source samples at hand: those of a chunk at the highest rate and the interpolator's reach.

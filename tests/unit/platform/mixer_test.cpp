@@ -691,43 +691,6 @@ TEST_F(MixerTest, TheSameCallsGiveTheSameSamples) {
   EXPECT_EQ(session(), session());
 }
 
-TEST_F(MixerTest, SkippedTimePassesAsRenderedTimeDoes) {
-  struct Session {
-    std::vector<int> statuses;
-    std::vector<float> after;
-  };
-  const auto session = [](bool skipping) {
-    Mixer own;
-    Session out;
-    auto once = own.createBuffer(recordingOf(22050, noise(7000, 0.3)));
-    auto loop = own.createBuffer(recordingOf(22050, noise(5000, 0.3)));
-    std::vector<float> sound(96);
-    own.voice().write(own.voice().ticket(), 22050, speechOf(4410));
-    loop->Play(1);
-    for (int ms = 0; ms < 700; ++ms) {
-      if (ms % 90 == 3) {
-        once->SetFrequency(15000 + 20 * ms);
-        once->Play(0);
-        loop->SetCurrentPosition(13 * ms);
-      }
-      if (skipping) {
-        own.skip(48);
-      } else {
-        own.render(sound.data(), 48);
-      }
-      out.statuses.push_back(once->GetStatus() + 2 * loop->GetStatus() + 4 * own.voice().isSpeaking());
-    }
-    own.skip(960);  // lets fades, glides and limiter settle alike
-    own.render(sound.data(), 48);
-    out.after.resize(9600);
-    own.render(out.after.data(), 4800);
-    return out;
-  };
-  const Session heard = session(false), skipped = session(true);
-  EXPECT_EQ(heard.statuses, skipped.statuses);
-  EXPECT_EQ(heard.after, skipped.after);
-}
-
 TEST_F(MixerTest, BuffersComeAndGoWithoutEnd) {
   const auto recording = recordingOf(48000, Signal(480, 0.1F));
   for (int i = 0; i < 10 * Mixer::kMostBuffers; ++i) {
