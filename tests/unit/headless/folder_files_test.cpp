@@ -32,13 +32,13 @@ class FolderFilesTest : public testing::Test {
                     }};
 };
 
-TEST_F(FolderFilesTest, findsWithoutRegardToCase) {
+TEST_F(FolderFilesTest, FindsWithoutRegardToCase) {
   put("VORN1voc.CFG", "x");
   EXPECT_EQ(files.find("vorn1voc.cfg"), "VORN1voc.CFG");
   EXPECT_EQ(files.find("vorn1voc.cf"), std::nullopt);
 }
 
-TEST_F(FolderFilesTest, theExactCaseComesFirstThenTheAlphabet) {
+TEST_F(FolderFilesTest, TheExactCaseComesFirstThenTheAlphabet) {
   put("log.txt", "exact");
   put("LOG.TXT", "capitals");
   put("Log.txt", "mixed");
@@ -47,7 +47,7 @@ TEST_F(FolderFilesTest, theExactCaseComesFirstThenTheAlphabet) {
   EXPECT_EQ(files.find("lOG.tXT"), "LOG.TXT");
 }
 
-TEST_F(FolderFilesTest, onlyRegularFilesCount) {
+TEST_F(FolderFilesTest, OnlyRegularFilesCount) {
   fs::create_directory(folder.path() / "arcadehub.exe");
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
   fs::create_symlink("nowhere", folder.path() / "dangling");
@@ -57,20 +57,20 @@ TEST_F(FolderFilesTest, onlyRegularFilesCount) {
   EXPECT_THAT(files.list("", ""), IsEmpty());
 }
 
-TEST_F(FolderFilesTest, aLinkToARegularFileIsOne) {
+TEST_F(FolderFilesTest, ALinkToARegularFileIsOne) {
   put("real.wav", "samples");
   fs::create_symlink("real.wav", folder.path() / "linked.wav");
   EXPECT_EQ(files.find("linked.wav"), "linked.wav");
   EXPECT_EQ(files.readSound("linked.wav"), "samples");
 }
 
-TEST_F(FolderFilesTest, aDirectoryDoesNotHideAFileOfAnotherCase) {
+TEST_F(FolderFilesTest, ADirectoryDoesNotHideAFileOfAnotherCase) {
   fs::create_directory(folder.path() / "save");
   put("SAVE", "x");
   EXPECT_EQ(files.find("save"), "SAVE");
 }
 
-TEST_F(FolderFilesTest, listsByPrefixAndSuffixInTheOrderOfLoweredNames) {
+TEST_F(FolderFilesTest, ListsByPrefixAndSuffixInTheOrderOfLoweredNames) {
   for (const char* name :
        {"vorn1b.rec", "VORN1A.REC", "vorn1C.rec", "vorn1.txt", "xvorn1d.rec", "vorn1_.rec"}) {
     put(name, "");
@@ -80,13 +80,13 @@ TEST_F(FolderFilesTest, listsByPrefixAndSuffixInTheOrderOfLoweredNames) {
   EXPECT_THAT(files.list("vorn2", ".rec"), IsEmpty());
 }
 
-TEST_F(FolderFilesTest, prefixAndSuffixMustNotOverlap) {
+TEST_F(FolderFilesTest, PrefixAndSuffixMustNotOverlap) {
   put("abc", "");
   EXPECT_THAT(files.list("abc", "bc"), IsEmpty());
   EXPECT_THAT(files.list("ab", "c"), ElementsAre("abc"));
 }
 
-TEST_F(FolderFilesTest, readsEveryByte) {
+TEST_F(FolderFilesTest, ReadsEveryByte) {
   std::string bytes;
   for (int i = 0; i < 200000; ++i) bytes += static_cast<char>(i * 7);
   put("a.rec", bytes);
@@ -97,7 +97,7 @@ TEST_F(FolderFilesTest, readsEveryByte) {
   EXPECT_EQ(files.read("empty"), "");
 }
 
-TEST_F(FolderFilesTest, aMissingFileIsAFailedCall) {
+TEST_F(FolderFilesTest, AMissingFileIsAFailedCall) {
   EXPECT_THROW(files.read("a"), PlatformError);
   EXPECT_THROW(files.readSound("a"), PlatformError);
   EXPECT_THROW(files.size("a"), PlatformError);
@@ -105,7 +105,7 @@ TEST_F(FolderFilesTest, aMissingFileIsAFailedCall) {
   EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(FolderFilesTest, writesUnderTheNameThatIsThere) {
+TEST_F(FolderFilesTest, WritesUnderTheNameThatIsThere) {
   put("VORN1OPS.CFG", "a long old content");
   files.write("vorn1ops.cfg", "new");
   EXPECT_EQ(get("VORN1OPS.CFG"), "new");
@@ -117,14 +117,14 @@ TEST_F(FolderFilesTest, writesUnderTheNameThatIsThere) {
   EXPECT_THAT(told, ElementsAre("write VORN1OPS.CFG", "append VORN1OPS.CFG", "delete VORN1OPS.CFG"));
 }
 
-TEST_F(FolderFilesTest, makesWhatIsNotThere) {
+TEST_F(FolderFilesTest, MakesWhatIsNotThere) {
   files.write("a", "1");
   files.append("b", "2");
   EXPECT_EQ(get("a"), "1");
   EXPECT_EQ(get("b"), "2");
 }
 
-TEST_F(FolderFilesTest, tellsOfReadsButNotOfSoundsSizesAndLookUps) {
+TEST_F(FolderFilesTest, TellsOfReadsButNotOfSoundsSizesAndLookUps) {
   put("a.cfg", "x");
   files.find("a.cfg");
   files.list("a", "cfg");
@@ -135,7 +135,7 @@ TEST_F(FolderFilesTest, tellsOfReadsButNotOfSoundsSizesAndLookUps) {
   EXPECT_THAT(told, ElementsAre("read a.cfg"));
 }
 
-TEST_F(FolderFilesTest, namesNeverLeaveTheFolder) {
+TEST_F(FolderFilesTest, NamesNeverLeaveTheFolder) {
   fs::create_directory(folder.path() / "inner");
   FolderFiles inner(folder.path() / "inner");
   put("outer", "x");
@@ -150,14 +150,14 @@ TEST_F(FolderFilesTest, namesNeverLeaveTheFolder) {
   EXPECT_EQ(get("outer"), "x");
 }
 
-TEST_F(FolderFilesTest, aReplacedFileKeepsItsPermissions) {
+TEST_F(FolderFilesTest, AReplacedFileKeepsItsPermissions) {
   put("a", "x");
   fs::permissions(folder.path() / "a", fs::perms(0640));
   files.write("a", "y");
   EXPECT_EQ(fs::status(folder.path() / "a").permissions(), fs::perms(0640));
 }
 
-TEST_F(FolderFilesTest, aReplacedFileIsANewFile) {
+TEST_F(FolderFilesTest, AReplacedFileIsANewFile) {
   // A reader that has the old file open keeps the old bytes whole.
   put("a", "old bytes");
   std::ifstream reader(folder.path() / "a");
@@ -167,7 +167,7 @@ TEST_F(FolderFilesTest, aReplacedFileIsANewFile) {
   EXPECT_EQ(seen.str(), "old bytes");
 }
 
-TEST_F(FolderFilesTest, leftoversOfKilledRunsAreRemovedAtTheNextWrite) {
+TEST_F(FolderFilesTest, LeftoversOfKilledRunsAreRemovedAtTheNextWrite) {
   const pid_t child = fork();
   if (child == 0) _exit(0);
   ASSERT_EQ(waitpid(child, nullptr, 0), child);  // its number now belongs to nobody
@@ -198,7 +198,7 @@ class FullDisk {
   sighandler_t oldHandler_;
 };
 
-TEST_F(FolderFilesTest, aFullDiskLosesNothing) {
+TEST_F(FolderFilesTest, AFullDiskLosesNothing) {
   put("record", "the old record");
   put("log", "line 1\r\n");
   bool writeFailed = false;
@@ -231,7 +231,7 @@ class PlainUser {
   ~PlainUser() { (void)!seteuid(getuid()); }
 };
 
-TEST_F(FolderFilesTest, aReadOnlyFolderIsAFailedCall) {
+TEST_F(FolderFilesTest, AReadOnlyFolderIsAFailedCall) {
   put("record", "old");
   fs::permissions(folder.path(), fs::perms(0555));
   {
@@ -246,7 +246,7 @@ TEST_F(FolderFilesTest, aReadOnlyFolderIsAFailedCall) {
   EXPECT_THAT(folder.names(), ElementsAre("record"));
 }
 
-TEST_F(FolderFilesTest, aFolderThatIsNotThereIsAFailedCall) {
+TEST_F(FolderFilesTest, AFolderThatIsNotThereIsAFailedCall) {
   FolderFiles nowhere(folder.path() / "nowhere");
   EXPECT_EQ(nowhere.find("a"), std::nullopt);
   EXPECT_THAT(nowhere.list("", ""), IsEmpty());
@@ -254,7 +254,7 @@ TEST_F(FolderFilesTest, aFolderThatIsNotThereIsAFailedCall) {
   EXPECT_THROW(nowhere.append("a", ""), PlatformError);
 }
 
-TEST_F(FolderFilesTest, aKilledWriterLeavesTheOldOrTheNewBytes) {
+TEST_F(FolderFilesTest, AKilledWriterLeavesTheOldOrTheNewBytes) {
   const std::string oldBytes(300000, 'o');
   const std::string newBytes(300000, 'n');
   for (int round = 0; round < 20; ++round) {

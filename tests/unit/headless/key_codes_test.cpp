@@ -64,7 +64,7 @@ constexpr ExpectedKey kExpectedKeys[] = {
     {"CapsLock", 20, 58},
 };
 
-TEST(KeyCodes, eachKeyHasBothCodes) {
+TEST(KeyCodes, EachKeyHasBothCodes) {
   for (const ExpectedKey& expected : kExpectedKeys) {
     SCOPED_TRACE(expected.name);
     const Key* key = keyByName(expected.name);
@@ -75,7 +75,7 @@ TEST(KeyCodes, eachKeyHasBothCodes) {
   }
 }
 
-TEST(KeyCodes, everyScriptNameIsThere) {
+TEST(KeyCodes, EveryScriptNameIsThere) {
   std::string names =
       "Enter Escape Backspace Tab Space Up Down Left Right Home End PageUp PageDown Insert Delete LeftShift "
       "RightShift LeftCtrl RightCtrl LeftAlt RightAlt NumpadEnter Comma Period Minus Equals Semicolon "
@@ -87,7 +87,7 @@ TEST(KeyCodes, everyScriptNameIsThere) {
   for (std::string name; words >> name;) EXPECT_NE(keyByName(name), nullptr) << name;
 }
 
-TEST(KeyCodes, noTwoKeysShareANameOrAKeyCode) {
+TEST(KeyCodes, NoTwoKeysShareANameOrAKeyCode) {
   std::set<std::string_view> names;
   std::set<int> codes;
   for (const Key& key : allKeys()) {
@@ -100,14 +100,14 @@ TEST(KeyCodes, noTwoKeysShareANameOrAKeyCode) {
   }
 }
 
-TEST(KeyCodes, unknownKeysAreNotFound) {
+TEST(KeyCodes, UnknownKeysAreNotFound) {
   EXPECT_EQ(keyByName("enter"), nullptr);
   EXPECT_EQ(keyByName(""), nullptr);
   EXPECT_EQ(keyByCode(0), nullptr);
   EXPECT_EQ(keyByCode(256), nullptr);
 }
 
-TEST(KeyCodes, charactersAreTypedByTheirKeys) {
+TEST(KeyCodes, CharactersAreTypedByTheirKeys) {
   EXPECT_EQ(strokeFor('a')->key->name, "A");
   EXPECT_FALSE(strokeFor('a')->shifted);
   EXPECT_EQ(strokeFor('Z')->key->name, "Z");

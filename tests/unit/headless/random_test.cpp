@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-TEST(RandomSource, givesTheSameNumbersEverywhere) {
+TEST(RandomSource, GivesTheSameNumbersEverywhere) {
   // The 10000th raw number of this engine with its default seed is laid down by
   // the language: 9981545732273789042.
   RandomSource source(std::mt19937_64::default_seed);
@@ -14,7 +14,7 @@ TEST(RandomSource, givesTheSameNumbersEverywhere) {
   EXPECT_EQ(last, static_cast<double>(9981545732273789042ULL >> 11) * 0x1p-53);
 }
 
-TEST(RandomSource, staysBelowOneAndFillsTheRange) {
+TEST(RandomSource, StaysBelowOneAndFillsTheRange) {
   RandomSource source(1);
   double least = 1, most = 0, sum = 0;
   constexpr int kCount = 100000;
@@ -31,7 +31,7 @@ TEST(RandomSource, staysBelowOneAndFillsTheRange) {
   EXPECT_NEAR(sum / kCount, 0.5, 0.005);
 }
 
-TEST(RandomSource, reseedingStartsTheSequenceAgain) {
+TEST(RandomSource, ReseedingStartsTheSequenceAgain) {
   RandomSource source(7);
   const double first = source.fraction();
   EXPECT_NE(source.fraction(), first);

@@ -1,0 +1,27 @@
+/// Recordings that have been read already: a race loads the same few sounds lap
+/// after lap. A file that has changed is read again. Calls block for the disk.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <tuple>
+
+#include "platform/folder_files.h"
+#include "platform/wav_file.h"
+
+namespace vorn {
+
+class RecordingCache {
+ public:
+  /// The WAV file `fileName` of the folder. Throws `PlatformError` where it is missing or cannot be read.
+  std::shared_ptr<const Recording> load(FolderFiles& files, const std::string& fileName);
+
+ private:
+  /// Which content of which file: device, inode, seconds and nanoseconds of the last change, length.
+  using Content = std::tuple<dev_t, ino_t, time_t, long, off_t>;
+
+  std::map<Content, std::shared_ptr<const Recording>> recordings_;
+};
+
+}  // namespace vorn
