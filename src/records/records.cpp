@@ -147,7 +147,8 @@ std::string timeInWords(double seconds) {
   std::string words;
   if (hours > 0) words += countedUnit(hours, "hour");
   if (minutes > 0) words += (words.empty() ? "" : " ") + countedUnit(minutes, "minute");
-  const std::string text = numberText(rounded - 60 * allMinutes);
+  // Rounded again: taking out the minutes leaves noise that would be heard as other digits.
+  const std::string text = numberText(roundDecimals(rounded - 60 * allMinutes, 3));
   return words + " " + text.substr(0, text.find('.')) + " point " + fractionDigits(text);
 }
 

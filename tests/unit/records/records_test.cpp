@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <sstream>
 
 namespace vorn {
 namespace {
@@ -83,6 +84,20 @@ TEST(TimeInWords, TakesOutMinutesAndHours) {
   EXPECT_EQ(timeInWords(3600), "1 hour 0 point 0 0 0 ");
   EXPECT_EQ(timeInWords(3723.5), "1 hour 2 minutes 3 point 5 0 0 ");
   EXPECT_EQ(timeInWords(7323.5), "2 hours 2 minutes 3 point 5 0 0 ");
+}
+
+// Minutes taken out of a binary fraction leave noise behind.
+TEST(TimeInWords, KeepsEveryMillisecondOfALongTime) {
+  for (const int hours : {0, 1, 2, 27}) {
+    for (int ms = 0; ms < 3600000; ms += 331) {
+      const std::string words = timeInWords(hours * 3600 + ms / 1000.0);
+      std::ostringstream end;
+      end << ' ' << ms / 1000 % 60 << " point " << ms / 100 % 10 << ' ' << ms / 10 % 10 << ' ' << ms % 10
+          << ' ';
+      ASSERT_TRUE(words.ends_with(end.str())) << words << "for " << hours << " hours and " << ms << " ms";
+    }
+  }
+  EXPECT_EQ(timeInWords(60.001), "1 minute 0 point 0 0 1 ");
 }
 
 }  // namespace
