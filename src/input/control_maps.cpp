@@ -1,10 +1,11 @@
 #include "input/control_maps.h"
 
-#include <optional>
+#include <limits>
 #include <span>
 
 #include "input/events.h"
 #include "speech/speech.h"
+#include "text/numbers.h"
 #include "text/settings_file.h"
 
 namespace vorn {
@@ -86,8 +87,9 @@ bool load(GameState& g, const MapFile& map) {
   if (values.size() < map.controls.size()) return false;
   for (size_t i = 0; i < map.controls.size(); ++i) {
     const MappedControl& control = map.controls[i];
-    if (!values[i] || *values[i] < control.lowest || *values[i] > control.highest) return false;
-    g.*control.field = static_cast<int>(*values[i]);
+    const double value = roundEven(values[i].value_or(std::numeric_limits<double>::quiet_NaN()));
+    if (!(value >= control.lowest && value <= control.highest)) return false;
+    g.*control.field = static_cast<int>(value);
   }
   return true;
 }
