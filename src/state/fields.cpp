@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <limits>
 
 #include "text/numbers.h"
 
@@ -161,20 +162,31 @@ FieldValue valueOf(const std::optional<std::int32_t>& value) {
   return std::int64_t{value.value_or(0)};
 }
 
-bool assign(int& field, double value) {
-  field = roundToInt(value);
+// The nearest whole number, where the field can hold it.
+template <typename Whole>
+bool assignWhole(Whole& field, double value) {
+  const double rounded = roundEven(value);
+  if (!(rounded >= std::numeric_limits<Whole>::min() && rounded <= std::numeric_limits<Whole>::max())) {
+    return false;
+  }
+  field = static_cast<Whole>(rounded);
   return true;
 }
+
+bool assign(int& field, double value) {
+  return assignWhole(field, value);
+}
 bool assign(std::uint8_t& field, double value) {
-  field = static_cast<std::uint8_t>(roundToInt(value));
-  return true;
+  return assignWhole(field, value);
 }
 bool assign(double& field, double value) {
   field = value;
   return true;
 }
 bool assign(std::optional<std::int32_t>& field, double value) {
-  field = roundToInt(value);
+  std::int32_t whole = 0;
+  if (!assignWhole(whole, value)) return false;
+  field = whole;
   return true;
 }
 bool assign(std::string&, double) {
