@@ -36,7 +36,10 @@ void level(synth::Channels& channels, const Recipe& recipe, const Layout& layout
                                ? 0
                                : recipe.level.lufs - measured(channels, recipe, layout.format.rate);
     if (round > 0 && std::abs(missing) < kCloseEnough) return;
-    for (Signal& channel : channels) synth::scale(channel, synth::gainOf(std::clamp(missing, -60.0, 90.0)));
+    for (Signal& channel : channels) {
+      synth::scale(channel, synth::gainOf(std::clamp(missing, -60.0, 90.0)));
+      removeOffset(channel, endsOf(recipe.play));  // holding uneven peaks leaves one
+    }
     synth::limitPeaks(channels, ceiling, layout.format.rate, endsOf(recipe.play));
   }
 }
@@ -57,7 +60,6 @@ synth::Channels mastered(const Audio& audio, const Recipe& recipe, const Layout&
     channels.push_back(synth::decimated(whole, endsOf(recipe.play)));
     synth::fadeIn(channels.back(), frames(recipe.edges.fadeInMs));
     synth::fadeOut(channels.back(), frames(recipe.edges.fadeOutMs));
-    removeOffset(channels.back(), endsOf(recipe.play));
   }
   level(channels, recipe, layout);
   return channels;

@@ -105,7 +105,7 @@ Audio forestEdge(const Recording& recording) {
   // A whole number of pulses around the loop, about 30 a second.
   const int pulses = static_cast<int>(std::lround(30 * canvas.seconds()));
   for (int i = 0; i < pulses; ++i) {
-    canvas.add(canvas.seconds() * i / pulses, wingPulse(noise, rate, 4600), i % 3 == 2 ? 0.03 : 0.06);
+    canvas.add(canvas.seconds() * i / pulses, wingPulse(noise, rate, 4600), i % 3 == 2 ? 0.05 : 0.1);
   }
   for (const double moment : scattered(noise, 5, canvas.seconds(), 0.3)) {
     canvas.add(moment, birdNote(noise, rate), 0.07);

@@ -1,0 +1,197 @@
+// The whole set as the game will hear it: every file of the folder that the
+// tool has filled.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+
+#include "checks.h"
+#include "recipe.h"
+#include "support_sounds.h"
+#include "synth/loudness.h"
+
+namespace vorn::sounds {
+namespace {
+
+using test::Heard;
+using test::hearSound;
+
+void forEverySound(const std::function<void(const Recipe&, const Heard&)>& test) {
+  for (const Recipe& recipe : allRecipes()) {
+    SCOPED_TRACE(recipe.name);
+    test(recipe, hearSound(recipe.name));
+  }
+}
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+synth::Channels channelsOf(const Heard& heard) {
+  synth::Channels channels;
+  for (const auto& samples : heard.channels) {
+    channels.emplace_back();
+    for (const std::int16_t sample : samples) channels.back().push_back(sample / heard.fullScale());
+  }
+  return channels;
+}
+
+TEST(Set, HasARecipeForEveryFile) {
+  ASSERT_EQ(allRecipes().size(), soundCatalogue().size());
+  for (std::size_t i = 0; i < allRecipes().size(); ++i) {
+    EXPECT_EQ(allRecipes()[i].name, soundCatalogue()[i].name);
+    EXPECT_FALSE(allRecipes()[i].what.empty());
+  }
+}
+
+TEST(Set, PassesTheChecks) {
+  for (const CatalogueEntry& entry : soundCatalogue()) {
+    const std::string path = std::string(VORN_SOUNDS_FOLDER) + "/" + soundFileName(entry.name);
+    EXPECT_THAT(faultsOfFile(layoutOf(entry.name), path), testing::IsEmpty()) << entry.name;
+  }
+}
+
+constexpr double kHighest = 0.944;  // -0.5 dB
+
+TEST(Set, NeverClips) {
+  forEverySound([](const Recipe&, const Heard& heard) {
+    for (const auto& samples : heard.channels) {
+      int longestRun = 0, run = 0;
+      for (const std::int16_t sample : samples) {
+        EXPECT_LE(std::abs(sample / heard.fullScale()), kHighest);
+        run = std::abs(sample) >= heard.fullScale() - 1 ? run + 1 : 0;
+        longestRun = std::max(longestRun, run);
+        if (testing::Test::HasFailure()) return;
+      }
+      EXPECT_LT(longestRun, 3);
+    }
+  });
+}
+
+TEST(Set, StandsAtZeroInTheMean) {
+  forEverySound([](const Recipe&, const Heard& heard) {
+    for (const auto& samples : heard.channels) {
+      double sum = 0;
+      for (const std::int16_t sample : samples) sum += sample / heard.fullScale();
+      EXPECT_LT(std::abs(sum / static_cast<double>(samples.size())), 0.001);
+    }
+  });
+}
+
+TEST(Set, IsAsLoudAsEachRoleAsks) {
+  forEverySound([](const Recipe& recipe, const Heard& heard) {
+    if (recipe.level.meter == Meter::kAsRendered) return;  // the tapes have tests of their own
+    const auto ends = recipe.play == Play::kLoop ? synth::Ends::kMeeting : synth::Ends::kOpen;
+    const double lufs = recipe.level.meter == Meter::kLoudestMoment
+                            ? synth::loudestMoment(channelsOf(heard), heard.rate)
+                            : synth::loudnessOfWhole(channelsOf(heard), heard.rate, ends);
+    EXPECT_NEAR(lufs, recipe.level.lufs, 1);
+  });
+}
+
+TEST(Set, KeepsTheEightBitCueAwayFromTheValuesThatWouldEndIt) {
+  const Heard heard = hearSound("vorn1t8");
+  EXPECT_EQ(heard.bits, 8);
+  EXPECT_GT(*std::min_element(heard.mono().begin(), heard.mono().end()), -83);
+}
+
+/// What a listener could notice at a place where `before` is followed by
+/// `after`: the jump and the change of slope, against what is usual inside.
+struct Seam {
+  double jump, usualJump;
+  double bend, usualBend;
+  double step;  ///< dB between the 10 ms on both sides
+};
+
+double at999Thousandths(std::vector<double> values) {
+  const auto place = values.begin() + static_cast<std::ptrdiff_t>(values.size() * 999 / 1000);
+  std::nth_element(values.begin(), place, values.end());
+  return *place;
+}
+
+Seam seamOf(const Heard& heard) {
+  const auto& x = heard.mono();
+  const std::size_t n = x.size();
+  const auto sample = [&](std::size_t i) { return static_cast<double>(x[i % n]); };
+  std::vector<double> jumps, bends;
+  for (std::size_t i = 0; i + 2 < n; ++i) {
+    jumps.push_back(std::abs(sample(i + 1) - sample(i)));
+    bends.push_back(std::abs(sample(i + 2) - 2 * sample(i + 1) + sample(i)));
+  }
+  const auto frames = static_cast<std::size_t>(heard.rate / 100);
+  const auto power = [&](std::size_t from) {
+    double sum = 1;  // a bit of dither, so that silence has a level
+    for (std::size_t i = from; i < from + frames; ++i) sum += sample(i) * sample(i);
+    return sum / static_cast<double>(frames);
+  };
+  return {std::abs(sample(n) - sample(n - 1)), at999Thousandths(jumps),
+          std::max(std::abs(sample(n) - 2 * sample(n - 1) + sample(n - 2)),
+                   std::abs(sample(n + 1) - 2 * sample(n) + sample(n - 1))),
+          at999Thousandths(bends), std::abs(10 * std::log10(power(0) / power(n - frames)))};
+}
+
+TEST(Set, LoopsWithoutASeam) {
+  forEverySound([](const Recipe& recipe, const Heard& heard) {
+    if (recipe.play != Play::kLoop || recipe.name == "vorn1t72") return;
+    const Seam seam = seamOf(heard);
+    EXPECT_LE(seam.jump, seam.usualJump);
+    EXPECT_LE(seam.bend, seam.usualBend);
+  });
+}
+
+TEST(Set, LoopsSteadyBedsWithoutAStepInLevel) {
+  for (const std::string_view name : {"vorn9", "vorn10", "vorn16", "vorn23", "vorn24", "vorn25"}) {
+    EXPECT_LE(seamOf(hearSound(name)).step, 3) << name;
+  }
+}
+
+TEST(Set, EndsOneShotsAtRest) {
+  forEverySound([](const Recipe& recipe, const Heard& heard) {
+    if (recipe.play != Play::kOnce) return;
+    const double rest = 0.005 * heard.fullScale();
+    for (const auto& samples : heard.channels) {
+      if (!isOneOf(recipe.name, {"vorn4", "vorn15", "vorn11"})) {
+        EXPECT_LT(std::abs(samples.front()), rest);
+      }
+      if (recipe.name != "vorn15") {
+        EXPECT_LT(std::abs(samples.back()), rest);
+      }
+    }
+  });
+}
+
+TEST(Set, StartsOneShotsAtOnce) {
+  constexpr std::array kLeads{std::pair{"vorn12", 0.03}, std::pair{"vorn13", 0.03},
+                              std::pair{"vorn1t73", 0.5}};
+  forEverySound([&](const Recipe& recipe, const Heard& heard) {
+    if (recipe.play != Play::kOnce) return;
+    const auto lead =
+        std::find_if(kLeads.begin(), kLeads.end(), [&](const auto& row) { return row.first == recipe.name; });
+    const double allowed = lead == kLeads.end() ? 0.01 : lead->second;
+    const double audible = 0.01 * heard.fullScale();
+    std::size_t first = heard.mono().size();
+    for (const auto& samples : heard.channels) {
+      const auto onset = std::find_if(samples.begin(), samples.end(),
+                                      [audible](std::int16_t sample) { return std::abs(sample) > audible; });
+      first = std::min(first, static_cast<std::size_t>(onset - samples.begin()));
+    }
+    EXPECT_LT(static_cast<double>(first) / heard.rate, allowed);
+  });
+}
+
+TEST(Set, LetsTheStartSignalStrikeAtOnce) {
+  const Heard heard = hearSound("vorn4");
+  const double highest = synth::peakOf(heard.signal());
+  const auto samples = heard.signal();
+  const auto strong = std::find_if(samples.begin(), samples.end(),
+                                   [highest](double value) { return std::abs(value) > highest / 2; });
+  EXPECT_LT(static_cast<double>(strong - samples.begin()) / heard.rate, 0.025);
+}
+
+}  // namespace
+}  // namespace vorn::sounds
