@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,15 +10,13 @@
 
 namespace vorn {
 
-using FieldValue = std::variant<std::int64_t, double, std::string>;  ///< texts are Windows-1252
+struct FieldTable {
+  using Value = std::variant<std::int64_t, double, std::string>;  ///< texts are Windows-1252
 
-class FieldTable {
- public:
-  virtual ~FieldTable() = default;
   /// The value of `speed`, or of an element as `speedMarkSaid[3]`; nothing where there is none.
-  virtual std::optional<FieldValue> get(std::string_view name) const = 0;
+  std::function<std::optional<Value>(std::string_view name)> get;
   /// Sets a numeric field or element. Returns false where there is none of that name.
-  virtual bool set(std::string_view name, double value) = 0;
+  std::function<bool(std::string_view name, double value)> set;
 };
 
 }  // namespace vorn

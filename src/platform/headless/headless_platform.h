@@ -34,8 +34,8 @@ class HeadlessPlatform : public Platform {
   HeadlessPlatform(const HeadlessOptions& options, const HeadlessConnections& connections);
   ~HeadlessPlatform() override;
 
-  /// What `get` and `set` reach; not owned.
-  void setFields(FieldTable* fields) { world_.fields = fields; }
+  /// What `get` and `set` reach.
+  void setFields(FieldTable fields) { world_.fields = std::move(fields); }
   /// Runs `game` to its end, which is told to the trace. Returns the exit status:
   /// that of `game`, or of what ended it. After it nothing is traced any more.
   int run(const std::function<int()>& game);

@@ -176,13 +176,14 @@ void ScriptRunner::carryOut(const step::MoveFocus& move) {
 }
 
 void ScriptRunner::carryOut(const step::GetField& get) {
-  const auto value = fields().get(get.name);
+  const auto value = world_.fields.get ? world_.fields.get(get.name) : std::nullopt;
   if (!value) throw ScriptError("there is no such field: " + get.name);
   world_.trace.value(get.name, *value);
 }
 
 void ScriptRunner::carryOut(const step::SetField& set) {
-  if (!fields().set(set.name, set.value)) throw ScriptError("there is no such numeric field: " + set.name);
+  if (!world_.fields.set || !world_.fields.set(set.name, set.value))
+    throw ScriptError("there is no such numeric field: " + set.name);
 }
 
 void ScriptRunner::carryOut(const step::Echo& echo) {
@@ -198,11 +199,6 @@ void ScriptRunner::carryOut(const step::CloseWindow&) {
 
 void ScriptRunner::carryOut(const step::EndSession&) {
   throw ProgramEnd{0};
-}
-
-FieldTable& ScriptRunner::fields() const {
-  if (world_.fields == nullptr) throw ScriptError("this program has no fields");
-  return *world_.fields;
 }
 
 ControllerState& ScriptRunner::controller() const {

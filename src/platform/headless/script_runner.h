@@ -47,7 +47,6 @@ class ScriptRunner {
   [[noreturn]] void carryOut(const step::CloseWindow& close);
   [[noreturn]] void carryOut(const step::EndSession& end);
 
-  FieldTable& fields() const;
   ControllerState& controller() const;
 
   World& world_;

@@ -87,7 +87,7 @@ void Trace::program(std::string_view name, int style) {
   put("program", Field{"name", utf8FromWindows1252(name)}, Field{"style", style});
 }
 
-void Trace::value(const std::string& name, const FieldValue& value) {
+void Trace::value(const std::string& name, const FieldTable::Value& value) {
   TraceValue written;
   if (const auto* text = std::get_if<std::string>(&value)) {
     written = utf8FromWindows1252(*text);

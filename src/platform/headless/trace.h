@@ -56,7 +56,7 @@ class Trace {
   void file(std::string_view operation, std::string_view name);
   void box(std::string_view text);
   void program(std::string_view name, int style);
-  void value(const std::string& name, const FieldValue& value);
+  void value(const std::string& name, const FieldTable::Value& value);
   void echo(const std::string& utf8);
   void error(const std::string& text);
   /// The last line: whatever is traced after it is dropped.

@@ -54,7 +54,7 @@ struct World {
   bool hasFocus = true;
   EventReceiver* receiver = nullptr;
 
-  FieldTable* fields = nullptr;
+  FieldTable fields;
   std::int64_t carTicks = 0;  ///< that have been traced
 };
 

@@ -16,24 +16,6 @@
 
 namespace vorn {
 
-/// Some fields to get and set.
-class TinyFields : public FieldTable {
- public:
-  std::optional<FieldValue> get(std::string_view name) const override {
-    const auto found = values.find(std::string(name));
-    if (found == values.end()) return std::nullopt;
-    return found->second;
-  }
-  bool set(std::string_view name, double value) override {
-    const auto found = values.find(std::string(name));
-    if (found == values.end() || std::holds_alternative<std::string>(found->second)) return false;
-    found->second = value;
-    return true;
-  }
-
-  std::map<std::string, FieldValue> values;
-};
-
 /// A test runs a script against a game of a few lines and reads the trace.
 class HeadlessTest : public testing::Test, protected EventReceiver {
  protected:
@@ -47,7 +29,18 @@ class HeadlessTest : public testing::Test, protected EventReceiver {
     StreamScript source(lines, "test.script");
     options.folder = folder.path();
     HeadlessPlatform platform(options, {&source, &trace, render, &diagnostics, nullptr});
-    platform.setFields(&fields);
+    platform.setFields({[this](std::string_view name) -> std::optional<FieldTable::Value> {
+                          const auto found = fields.find(std::string(name));
+                          if (found == fields.end()) return std::nullopt;
+                          return found->second;
+                        },
+                        [this](std::string_view name, double value) {
+                          const auto found = fields.find(std::string(name));
+                          if (found == fields.end() || std::holds_alternative<std::string>(found->second))
+                            return false;
+                          found->second = value;
+                          return true;
+                        }});
     platform.setEventReceiver(this);
     running = &platform;
     return platform.run([&] {
@@ -91,7 +84,7 @@ class HeadlessTest : public testing::Test, protected EventReceiver {
 
   HeadlessOptions options;
   TemporaryFolder folder;
-  TinyFields fields;
+  std::map<std::string, FieldTable::Value> fields;
   RenderSink* render = nullptr;
   TraceRecord trace;
   std::ostringstream diagnostics;

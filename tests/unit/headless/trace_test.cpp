@@ -66,7 +66,7 @@ TEST_F(HeadlessTrace, RealsReadBackAsTheSameNumber) {
                           std::numeric_limits<double>::denorm_min(),
                           std::numeric_limits<double>::max()};
   for (const double real : reals) {
-    fields.values["speed"] = real;
+    fields["speed"] = real;
     run("get speed\nend");
     const TraceLine line = TraceLine::parse(traceText(trace.lines().front()));
     EXPECT_EQ(line.at("value").get<double>(), real);
@@ -74,10 +74,10 @@ TEST_F(HeadlessTrace, RealsReadBackAsTheSameNumber) {
 }
 
 TEST_F(HeadlessTrace, FieldsAreAskedByName) {
-  fields.values = {{"gear", std::int64_t{4}},
-                   {"speed", 99.5},
-                   {"lastKeyChar", std::string("\xE9")},
-                   {"speedMarkSaid[3]", std::int64_t{1}}};
+  fields = {{"gear", std::int64_t{4}},
+            {"speed", 99.5},
+            {"lastKeyChar", std::string("\xE9")},
+            {"speedMarkSaid[3]", std::int64_t{1}}};
   run("get gear\nget speed\nget lastKeyChar\nget speedMarkSaid[3]\nend");
   EXPECT_EQ(trace.text(),
             "{\"ms\":1,\"ev\":\"value\",\"name\":\"gear\",\"value\":4}\n"
@@ -88,13 +88,13 @@ TEST_F(HeadlessTrace, FieldsAreAskedByName) {
 }
 
 TEST_F(HeadlessTrace, FieldsAreSetByName) {
-  fields.values["speed"] = 0.0;
+  fields["speed"] = 0.0;
   run("set speed 12.5\nget speed\nset speed -1e2\nget speed\nend");
   EXPECT_THAT(trace.values("speed"), ElementsAre(12.5, -100.0));
 }
 
 TEST_F(HeadlessTrace, AnUnknownFieldEndsTheSession) {
-  fields.values["lastKeyCode"] = std::string("13");
+  fields["lastKeyCode"] = std::string("13");
   EXPECT_EQ(run("wait 1\nget sped"), 2);
   EXPECT_EQ(diagnostics.str(), "test.script:2: there is no such field: sped\n");
   EXPECT_EQ(run("set sped 1"), 2);
@@ -173,7 +173,7 @@ TEST_F(HeadlessTrace, ChanceBelongsToTheSeed) {
 TEST_F(HeadlessTrace, TheSameSessionGivesTheSameTrace) {
   options.controller = true;
   folder.write("a.wav", makeWav(5000));
-  fields.values["speed"] = 0.0;
+  fields["speed"] = 0.0;
   const std::string script =
       "type Ab 1\naxis X -5\nwait say abc\nwait 30\nset speed 0.1\nget speed\nfocus off\nwait tick\nclose";
   const auto session = [&] {

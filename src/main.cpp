@@ -1,0 +1,147 @@
+// The command line, the choice of a backend, and the report of what ended the game.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "platform/headless/session_files.h"
+#include "shell/start_up.h"
+#include "state/fields.h"
+#include "state/game_state.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kBadCommandLine = 2;
+
+struct CommandLine {
+  bool headless = false;
+  HeadlessOptions session;
+  SessionFileNames files;
+  std::string speech;
+};
+
+/// The numbers of a text of the shape "00-00-00", zeros standing for digits; nothing for any other text.
+std::optional<std::vector<int>> numbersShaped(const std::string& shape, const std::string& text) {
+  if (text.size() != shape.size()) return std::nullopt;
+  std::vector<int> numbers{0};
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isDigit = text[i] >= '0' && text[i] <= '9';
+    if (shape[i] == '0' ? !isDigit : text[i] != shape[i]) return std::nullopt;
+    if (isDigit) {
+      numbers.back() = 10 * numbers.back() + (text[i] - '0');
+    } else {
+      numbers.push_back(0);
+    }
+  }
+  return numbers;
+}
+
+std::chrono::year_month_day parseDate(const std::string& text) {
+  const auto numbers = numbersShaped("0000-00-00", text);
+  if (numbers) {
+    const std::chrono::year_month_day date{std::chrono::year((*numbers)[0]),
+                                           std::chrono::month(static_cast<unsigned>((*numbers)[1])),
+                                           std::chrono::day(static_cast<unsigned>((*numbers)[2]))};
+    if (date.ok()) return date;
+  }
+  throw CLI::ValidationError("--date", "not a date YYYY-MM-DD: " + text);
+}
+
+std::chrono::seconds parseTime(const std::string& text) {
+  const auto numbers = numbersShaped("00:00:00", text);
+  if (!numbers || (*numbers)[0] > 23 || (*numbers)[1] > 59 || (*numbers)[2] > 59) {
+    throw CLI::ValidationError("--time", "not a time of day HH:MM:SS: " + text);
+  }
+  return std::chrono::hours((*numbers)[0]) + std::chrono::minutes((*numbers)[1]) +
+         std::chrono::seconds((*numbers)[2]);
+}
+
+void addHeadlessOptions(CLI::App& app, CommandLine& line) {
+  constexpr const char* kGroup = "Headless session";
+  CLI::Option* const headless =
+      app.add_flag("--headless", line.headless, "play by script, without window, sound device and voice");
+  const auto belongs = [&](CLI::Option* option) { option->needs(headless)->group(kGroup); };
+  headless->group(kGroup);
+  belongs(app.add_option("--script", line.files.script, "statements to carry out; - is standard input"));
+  belongs(app.add_option("--trace", line.files.trace, "where the trace goes; - is standard output"));
+  belongs(app.add_option("--render", line.files.render,
+                         "where the sound goes: a .wav file, or raw 16-bit samples; - is standard output"));
+  belongs(app.add_flag("--controller", line.session.controller, "a game controller is attached"));
+  belongs(app.add_option("--voices", line.session.voices, "number of installed voices [3]")
+              ->check(CLI::Range(0, 1000)));
+  belongs(app.add_option("--seed", line.session.seed, "seed of every random number [1]"));
+  belongs(app.add_option_function<std::string>(
+      "--date", [&](const std::string& text) { line.session.date = parseDate(text); },
+      "date at which the session starts [2026-03-07]"));
+  belongs(app.add_option_function<std::string>(
+      "--time", [&](const std::string& text) { line.session.timeOfDay = parseTime(text); },
+      "time of day at which the session starts [12:00:00]"));
+  belongs(app.add_option("--tick-count", line.session.tickCount,
+                         "millisecond tick count at which the session starts [1000]"));
+  belongs(app.add_option("--limit", line.session.limitMs,
+                         "most virtual milliseconds one waiting statement may take [3600000]")
+              ->check(CLI::NonNegativeNumber));
+}
+
+void checkTogether(const CommandLine& line) {
+  if (line.files.trace == "-" && line.files.render == "-") {
+    throw CLI::ValidationError("--render", "trace and render cannot both go to standard output");
+  }
+  const std::vector<std::string> choices =
+      line.headless ? std::vector<std::string>{"virtual", "espeak"}
+                    : std::vector<std::string>{"auto", "espeak", "speech-dispatcher"};
+  if (!line.speech.empty() && std::find(choices.begin(), choices.end(), line.speech) == choices.end()) {
+    throw CLI::ValidationError("--speech", line.speech + " is none of " + CLI::detail::join(choices, ", "));
+  }
+}
+
+int playHeadless(const CommandLine& line) {
+  std::optional<SessionFiles> files;
+  try {
+    files.emplace(line.files);
+  } catch (const PlatformError& error) {
+    std::cerr << error.what() << std::endl;
+    return kBadCommandLine;
+  }
+  HeadlessPlatform platform(line.session, files->connections());
+  GameState game(platform);
+  platform.setFields({[&](std::string_view name) { return getField(game, name); },
+                      [&](std::string_view name, double value) { return setField(game, name, value); }});
+  return platform.run([&] {
+    Form_Load(game);
+    return 0;
+  });
+}
+
+int play(int argc, char** argv) {
+  CLI::App app("Vorn 1 TTS, a motor race for the ears");
+  CommandLine line;
+  std::string folder;
+  app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION);
+  app.add_option("--folder", folder, "folder of sounds, settings, records and log")
+      ->check(CLI::ExistingDirectory);
+  app.add_option("--speech", line.speech,
+                 "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak");
+  addHeadlessOptions(app, line);
+  try {
+    app.parse(argc, argv);
+    checkTogether(line);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kBadCommandLine;
+  }
+  if (!folder.empty()) line.session.folder = folder;
+  if (line.headless) return playHeadless(line);
+  std::cerr << "This build has no desktop: play with --headless." << std::endl;
+  return 1;
+}
+
+}  // namespace
+}  // namespace vorn
+
+int main(int argc, char** argv) {
+  return vorn::play(argc, argv);
+}

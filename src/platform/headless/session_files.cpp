@@ -1,0 +1,36 @@
+#include "platform/headless/session_files.h"
+
+#include <cerrno>
+#include <cstring>
+#include <iostream>
+
+namespace vorn {
+namespace {
+
+constexpr const char* kStandard = "-";
+
+/// Opens `file`, or takes the standard stream.
+template <typename Stream, typename File>
+Stream& open(File& file, Stream& standard, const char* what, const std::string& name) {
+  if (name == kStandard) return standard;
+  file.open(name, std::ios::binary | (std::is_same_v<File, std::ifstream> ? std::ios::in : std::ios::out));
+  if (!file) throw PlatformError(what, name, std::strerror(errno));
+  return file;
+}
+
+}  // namespace
+
+SessionFiles::SessionFiles(const SessionFileNames& names) {
+  if (!names.script.empty()) {
+    std::istream& stream = open(scriptFile_, std::cin, "script", names.script);
+    script_.emplace(stream, names.script == kStandard ? "standard input" : names.script);
+  }
+  if (!names.trace.empty()) trace_.emplace(open<std::ostream>(traceFile_, std::cout, "trace", names.trace));
+  if (!names.render.empty()) render_ = openRenderSink(names.render);
+}
+
+HeadlessConnections SessionFiles::connections() {
+  return {script_ ? &*script_ : nullptr, trace_ ? &*trace_ : nullptr, render_.get(), nullptr, nullptr};
+}
+
+}  // namespace vorn
