@@ -49,7 +49,7 @@ Audio paddleSteamer(const Recording& recording) {
                               .breath = 0.1,
                               .attack = 0.07,
                               .release = 0.16}),
-                 0.16);
+                 0.1);
     }
   }
   return synth::withEchoes(canvas, 0.31, -20, 1);
