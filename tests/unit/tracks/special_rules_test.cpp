@@ -152,6 +152,16 @@ TEST_F(SwimmingHole, FlightLastsAsLongAsItsSound) {
   EXPECT_THAT(rig.platform.sounding(), Contains("oneShotBuffer"));       // the landing
 }
 
+TEST_F(SwimmingHole, SoundOfTheFlightIsStoppedBeforeTheLanding) {
+  jump(110);
+  EXPECT_THAT(rig.platform.logOf("oneShotBuffer"),
+              testing::IsSupersetOf({"oneShotBuffer create vorn7", "oneShotBuffer create vorn21"}));
+  const auto& log = rig.platform.log;
+  const auto landed = std::find(log.begin(), log.end(), "oneShotBuffer create vorn21");
+  EXPECT_EQ(*(landed - 2), "oneShotBuffer Stop");
+  EXPECT_EQ(*(landed - 1), "oneShotBuffer release");
+}
+
 TEST_F(SwimmingHole, GearsCanBeShiftedInTheAirOncePerPress) {
   int pass = 0;
   rig.platform.onYield = [&] {
@@ -180,6 +190,9 @@ TEST_F(SwimmingHole, TooSlowACarFallsShortWithASplash) {
   jump(98.9);
   EXPECT_THAT(oneShots(), testing::IsSupersetOf({"vorn20", "vorn7", "vorn22", "vorn15", "vorn2"}));
   EXPECT_THAT(oneShots(), Not(Contains("vorn21")));
+  EXPECT_NEAR(
+      rig.platform.timeOf("oneShotBuffer create vorn22") - rig.platform.timeOf("oneShotBuffer create vorn7"),
+      1000, 10);
   expectInTheWater();
 }
 
