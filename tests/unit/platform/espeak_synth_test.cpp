@@ -100,7 +100,10 @@ TEST_F(EspeakSynthTest, EachVoiceSpeaks) {
     EXPECT_GT(loudness(say("Exit Game.", {.voice = voice})), 50)
         << synth.voices()[static_cast<std::size_t>(voice)];
   }
-  EXPECT_NE(say("Exit Game.", {.voice = 0}), say("Exit Game.", {.voice = 40}));
+  // The same voice takes the same time again, another one another time.
+  const double american = seconds("Exit Game.", {.voice = 0});
+  EXPECT_GT(std::abs(seconds("Exit Game.", {.voice = 40}) - american), 0.02);
+  EXPECT_NEAR(seconds("Exit Game.", {.voice = 0}), american, 0.005);
   EXPECT_THROW(say("hello", {.voice = -1}), PlatformError);
   EXPECT_THROW(say("hello", {.voice = static_cast<int>(synth.voices().size())}), PlatformError);
 }
@@ -119,7 +122,7 @@ TEST_F(EspeakSynthTest, LettersBeyondAsciiAreSpoken) {
 
 TEST_F(EspeakSynthTest, NothingIsReadAsMarkup) {
   EXPECT_GT(seconds("<b>lap</b>"), seconds("lap"));
-  EXPECT_GT(seconds("[[lap]] 3"), seconds("3"));
+  EXPECT_GT(seconds("[[h@l'oU]]"), 1.5 * seconds("hello"));
 }
 
 TEST_F(EspeakSynthTest, BlankTextsEndAtOnce) {
