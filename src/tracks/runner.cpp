@@ -58,7 +58,8 @@ LapResult driveLap(GameState& g, const Track& track) {
   return LapResult::kCompleted;
 }
 
-// Returns false where the driver gave up.
+}  // namespace
+
 bool driveLaps(GameState& g, const Track& track) {
   for (;;) {
     const LapResult result = driveLap(g, track);
@@ -71,8 +72,6 @@ bool driveLaps(GameState& g, const Track& track) {
     g.poleDistance = 0;
   }
 }
-
-}  // namespace
 
 void runRace(GameState& g, const Track& track) {
   g.steerDrag = track.steerDrag;

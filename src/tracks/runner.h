@@ -9,4 +9,8 @@ namespace vorn {
 /// `escapePressed` = 1 when it was given up. Waits.
 void runRace(GameState& g, const Track& track);
 
+/// The laps alone, of a race that has started. Returns false where the driver gave
+/// up; otherwise the car has just crossed the line. Waits.
+bool driveLaps(GameState& g, const Track& track);
+
 }  // namespace vorn
