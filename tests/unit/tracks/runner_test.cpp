@@ -58,6 +58,16 @@ TEST_F(Runner, CarriesTheOvershootIntoTheNextSegment) {
   EXPECT_DOUBLE_EQ(ticks[429].lapPosition, 100);
 }
 
+TEST_F(Runner, CarriesTheOvershootOverTheLine) {
+  speed = g.speed = 70;
+  g.lapsToRun = 2;
+  ASSERT_TRUE(driveLaps(g, kKirtland));  // 44000 / 70 = 628.6: the line is crossed by 30
+  const auto& ticks = rig.platform.ticks;
+  EXPECT_EQ(ticks[628].lapsCompleted, 0);
+  EXPECT_EQ(ticks[629].lapsCompleted, 1);
+  EXPECT_DOUBLE_EQ(ticks[629].lapPosition, 30 + 70);
+}
+
 TEST_F(Runner, DrivesEveryLapInTheOrderOfItsSegments) {
   g.lapsToRun = 2;
   ASSERT_TRUE(driveLaps(g, kMaple));
@@ -229,6 +239,9 @@ TEST_F(Runner, EscapeOnPitRoadEndsTheRace) {
   EXPECT_FALSE(driveLaps(g, kMaple));
   EXPECT_EQ(rig.platform.ticks.size(), 10u);
   EXPECT_EQ(g.pit, 0);
+  // The lap does not begin anew.
+  EXPECT_THAT(rig.platform.logOf("warnBuffer create"),
+              ElementsAre("warnBuffer create vorn1t1", "warnBuffer create vorn1t72"));
 }
 
 TEST_F(Runner, AStandingCarSlidesBackDownTheBankingForAsLongAsItStands) {
