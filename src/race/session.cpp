@@ -20,7 +20,7 @@ constexpr double kFullTank = 22;  // gallons
 constexpr int kSetUpQuieterBy = 1000;
 constexpr double kIdleRpm = 5;
 constexpr std::uint32_t kLongestCrankingMs = 3500;
-constexpr std::uint32_t kReactionStepMs = 9;
+constexpr double kReactionStepMs = 9;
 constexpr double kReactionStepsATick = 10;
 
 /// What is counted aloud, and after how many seconds from " 10 " (to the nearest whole one).
@@ -159,7 +159,7 @@ StartResult react(GameState& g) {
     readRaceDevice(g);
     g.platform.yield();
     // By the clock and not by passes, so that revving the engine does not change it.
-    g.raceTicks = static_cast<double>(millisecondsSince(g, horn) / kReactionStepMs);
+    g.raceTicks = std::floor(static_cast<double>(millisecondsSince(g, horn)) / kReactionStepMs);
     if (isEscapeAsked(g)) return StartResult::kAbandoned;
     if (isUpShiftAsked(g)) break;
     revAndHonk(g);
