@@ -29,8 +29,8 @@ class Files {
   virtual void append(const std::string& name, const std::string& bytes) = 0;
   virtual void remove(const std::string& name) = 0;
 
-  virtual std::uintmax_t size(const std::string& name) = 0;       ///< bytes
-  virtual std::string readSound(const std::string& name) = 0;     ///< the bytes of a sound file
+  virtual std::uintmax_t size(const std::string& name) = 0;    ///< bytes
+  virtual std::string readSound(const std::string& name) = 0;  ///< the bytes of a sound file
 };
 
 }  // namespace vorn

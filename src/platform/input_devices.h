@@ -11,8 +11,8 @@ using KeyboardState = std::array<std::uint8_t, 256>;
 
 /// One reading of a game controller.
 struct JoystickState {
-  int x = 0, y = 0, rx = 0, ry = 0;         ///< -10000 .. 10000 within the range that was set
-  std::array<std::uint8_t, 32> buttons{};   ///< not zero: down
+  int x = 0, y = 0, rx = 0, ry = 0;        ///< -10000 .. 10000 within the range that was set
+  std::array<std::uint8_t, 32> buttons{};  ///< not zero: down
 };
 
 /// `SetCooperativeLevel`: read in the background, shared with other programs.

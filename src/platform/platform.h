@@ -46,8 +46,8 @@ class Platform {
   virtual ~Platform() = default;
 
   // Time.
-  virtual std::int32_t tickCount() = 0;          ///< milliseconds, wraps from 2^31 - 1 to -2^31
-  virtual double secondsSinceMidnight() = 0;     ///< 0 up to 86400
+  virtual std::int32_t tickCount() = 0;       ///< milliseconds, wraps from 2^31 - 1 to -2^31
+  virtual double secondsSinceMidnight() = 0;  ///< 0 up to 86400
   virtual Date today() = 0;
   /// Delivers pending events to the receiver; may wait up to `atMostMs`
   /// milliseconds for one (0: not at all). Headless, always exactly one virtual
@@ -65,7 +65,8 @@ class Platform {
   // Devices. Each `create` throws `PlatformError` where there is no such thing.
   virtual std::unique_ptr<SoundDevice> createSoundDevice() = 0;
   virtual std::unique_ptr<KeyboardDevice> createKeyboardDevice() = 0;
-  virtual std::vector<std::string> attachedControllers() = 0;  ///< their identifiers, the first attached first
+  virtual std::vector<std::string>
+  attachedControllers() = 0;  ///< their identifiers, the first attached first
   virtual std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) = 0;
   virtual std::unique_ptr<Voice> createVoice() = 0;  ///< works even with no voice installed
 

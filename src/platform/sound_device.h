@@ -24,11 +24,11 @@ class SoundBuffer {
   void Play(int flags);
   /// Stops and keeps the position.
   void Stop();
-  void SetVolume(int hundredthsOfDecibel);     ///< -10000 (silent) .. 0
-  void SetPan(int hundredthsOfDecibel);        ///< -10000 (left) .. 10000 (right); attenuates the far side only
-  void SetFrequency(int hertz);                ///< 100 .. 100000
-  void SetCurrentPosition(int byteInTheData);  ///< 0 .. data bytes - 1, taken down to the whole frame
-  int GetStatus() { return doGetStatus(); }    ///< `kPlaying` while sounding, else 0
+  void SetVolume(int hundredthsOfDecibel);  ///< -10000 (silent) .. 0
+  void SetPan(int hundredthsOfDecibel);     ///< -10000 (left) .. 10000 (right); attenuates the far side only
+  void SetFrequency(int hertz);             ///< 100 .. 100000
+  void SetCurrentPosition(int byteInTheData);      ///< 0 .. data bytes - 1, taken down to the whole frame
+  int GetStatus() { return doGetStatus(); }        ///< `kPlaying` while sounding, else 0
   int GetFrequency() { return doGetFrequency(); }  ///< hertz; the file's own until one is set
   int dataBytes() const { return doDataBytes(); }  ///< length of the recording in its file's bytes
 

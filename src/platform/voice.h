@@ -25,8 +25,8 @@ class Voice {
 
   /// The names of the installed voices, in the order of their indexes.
   virtual std::vector<std::string> GetVoices() = 0;
-  void setVoice(int index);   ///< 0 .. number of voices - 1, else `PlatformError`
-  void setVolume(int volume); ///< 0 .. 100, else `PlatformError`
+  void setVoice(int index);    ///< 0 .. number of voices - 1, else `PlatformError`
+  void setVolume(int volume);  ///< 0 .. 100, else `PlatformError`
   /// Any value: the adapter clamps it to what its service can do. The speed goes
   /// by 3^(rate / 10); 0 is the voice's normal speed.
   void setRate(int rate) { doSetRate(rate); }
