@@ -17,11 +17,14 @@ synth::Ends endsOf(Play play) {
   return play == Play::kLoop ? synth::Ends::kMeeting : synth::Ends::kOpen;
 }
 
+constexpr double kNoOffset = 0.0003;  // of full scale
+
 /// Takes the mean out. Open ends keep their value: the correction swells from
-/// and back to nothing.
+/// and back to nothing, and is left out where it would only move the silence.
 void removeOffset(Signal& signal, synth::Ends ends) {
   double mean = 0;
   for (const double value : signal) mean += value / static_cast<double>(signal.size());
+  if (ends == synth::Ends::kOpen && std::abs(mean) < kNoOffset) return;
   for (std::size_t i = 0; i < signal.size(); ++i) {
     const double share = (static_cast<double>(i) + 0.5) / static_cast<double>(signal.size());
     signal[i] -= ends == synth::Ends::kMeeting ? mean : mean * (1 - std::cos(synth::kTwoPi * share));

@@ -124,13 +124,12 @@ Audio horn(const Recording& recording) {
 // The brake tape: the game plays it from byte 503.8 x mph, one tick at a time.
 constexpr double kBytesAMph = 503.8;
 constexpr double kTopMph = 228;
-constexpr double kFirstByte = 500, kOwnFromByte = 2000;  // between them the top speed's timbre gives way
+constexpr double kBytesASecond = 2 * 22050;
 
 /// Tyres and discs under the brake at the speed given along the tape.
 Signal braking(const Recording& recording, const Contour& mph) {
-  const double rate = recording.rate();
+  const double rate = recording.rate(), seconds = recording.seconds();
   Noise noise = recording.noise("brake");
-  const Signal grit = white(noise, recording.frames());
   const auto rising = [&mph](double low, double high) {
     return Contour([&mph, low, high](double now) { return low * std::pow(high / low, mph(now) / kTopMph); });
   };
@@ -139,31 +138,41 @@ Signal braking(const Recording& recording, const Contour& mph) {
       return gain * std::max(0.0, (mph(now) - from) / (kTopMph - from));
     });
   };
-  Signal sound = bandpass(grit, rate, rising(500, 1900), 3, Ends::kMeeting);
-  mixInto(sound, bandpass(grit, rate, rising(820, 2700), 5, Ends::kMeeting), 0.7);
-  // A judder that smooths out as the wheels turn faster.
-  const Contour judder = [&mph](double now) {
-    return 1 + 0.45 * std::exp(-mph(now) / 50) * std::sin(kTwoPi * 30 * now);
+  const auto howling = [&](const Contour& hertz, double spread) {
+    return howl(noise, rate, seconds, hertz, spread, Ends::kMeeting);
   };
-  sound = shaped(std::move(sound), rate, judder);
-  mixInto(sound, shaped(bandpass(grit, rate, 1900, 45, Ends::kMeeting), rate, fadingIn(60, 3.2)));
-  mixInto(sound, shaped(bandpass(grit, rate, 3100, 55, Ends::kMeeting), rate, fadingIn(60, 4.2)));
-  return sound;
+  // The tyres, the discs' squeal above sixty, and grit in both.
+  Signal sound = howling(rising(500, 1900), 0.16);
+  mixInto(sound, howling(rising(820, 2700), 0.12), 0.55);
+  mixInto(sound, shaped(howling(1900, 0.008), rate, fadingIn(60, 0.8)));
+  mixInto(sound, shaped(howling(3100, 0.006), rate, fadingIn(60, 1.0)));
+  const Signal grit = white(noise, recording.frames());
+  mixInto(sound, bandpass(grit, rate, rising(560, 2000), 0.9, Ends::kMeeting), 0.9);
+  // A judder that smooths out as the wheels turn faster.
+  return shaped(std::move(sound), rate, [&mph](double now) {
+    return 1 + 0.4 * std::exp(-mph(now) / 50) * std::sin(kTwoPi * 30 * now);
+  });
 }
 
 Audio brake(const Recording& recording) {
-  constexpr double kBytesASecond = 2 * 22050;
-  const auto byteAt = [](double seconds) { return seconds * kBytesASecond; };
-  const Signal tape =
-      braking(recording, [&](double now) { return std::min(kTopMph, byteAt(now) / kBytesAMph); });
-  const Signal top = braking(recording, kTopMph);
-  const Contour own{{kFirstByte / kBytesASecond, 0}, {kOwnFromByte / kBytesASecond, 1}};
+  const auto byMph = [](double now) { return std::min(kTopMph, now * kBytesASecond / kBytesAMph); };
+  const auto level = [&](Signal sound, const Contour& mph) {
+    return leveled(std::move(sound), static_cast<int>(recording.rate()),
+                   [&mph](double now) { return -20.7 + 1.4 * mph(now) / kTopMph; });
+  };
+  const Signal tape = level(braking(recording, byMph), byMph);
+  const Signal top = level(braking(recording, kTopMph), kTopMph);
+  // What is played from near the end runs over it and on from the start: there
+  // the top speed goes on, and gives way to the low speeds before those are
+  // ever played.
+  const double end = recording.seconds();
+  const Contour own{{500 / kBytesASecond, 0}, {2000 / kBytesASecond, 1}, {end - 0.008, 1}, {end, 0}};
   Signal sound(tape.size());
   for (std::size_t i = 0; i < sound.size(); ++i) {
     const double share = kPi / 2 * own(static_cast<double>(i) / recording.rate());
     sound[i] = std::sin(share) * tape[i] + std::cos(share) * top[i];
   }
-  return leveled(std::move(sound), static_cast<int>(recording.rate()), -20);
+  return sound;
 }
 
 /// A frequency that wanders around the loop by a few percent.
@@ -210,8 +219,8 @@ Audio expansionJoint(const Recording& recording) {
   Noise noise = recording.noise("slap");
   for (const auto& [moment, hertz, force] : {std::array{0.0, 140.0, 1.0}, std::array{kAxles, 100.0, 0.9}}) {
     canvas.add(moment, thump(canvas.rate(), 1.5 * hertz, hertz, 0.08), force);
-    canvas.add(moment, burst(noise, canvas.rate(), 1200, 1.2, 0.0005, 0.035), 1.6 * force);
-    canvas.add(moment, strike(canvas.rate(), 0.05, retuned(wood(), 430, 0.5)), 0.5 * force);
+    canvas.add(moment, burst(noise, canvas.rate(), 1200, 1.2, 0.0005, 0.035), 3 * force);
+    canvas.add(moment, strike(canvas.rate(), 0.05, retuned(wood(), 430, 0.5)), 0.7 * force);
   }
   return canvas.signal();
 }

@@ -108,11 +108,8 @@ Audio pitEntry(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate(), seconds = canvas.seconds();
   Noise noise = recording.noise("gate");
-  canvas.add(0.001, withPeak(bar(noise, rate, Bar::kVibraphone, {784, 0.3, 0.2}), 1));
-  canvas.add(0.17, withPeak(bar(noise, rate, Bar::kVibraphone, {1175, 0.35, 0.1}), 1));
-  // A second partial, so that the chime also stands out of the engine.
-  canvas.add(0.001, strike(rate, 0.3, {{3 * 784.0, 0.35, 0.25}}));
-  canvas.add(0.17, strike(rate, 0.35, {{3 * 1175.0, 0.35, 0.3}}));
+  canvas.add(0.001, strike(rate, 0.5, retuned(smallBell(), 784, 0.7), 0.001));
+  canvas.add(0.17, strike(rate, 0.46, retuned(smallBell(), 1175, 0.7), 0.001));
   const Signal air = bandpass(white(noise, canvas.frames()), rate, glide({{0, 3000}, {seconds, 700}}), 1.2);
   canvas.add(withPeak(shaped(air, rate, Contour{{0, 0.2}, {0.3, 1}, {seconds, 0}}), 1), 0.4);
   return canvas.signal();

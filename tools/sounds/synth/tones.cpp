@@ -65,6 +65,21 @@ Signal pulses(double rate, double seconds, const Contour& hertz, double width, c
   });
 }
 
+Signal howl(Noise& noise, double rate, double seconds, const Contour& hertz, double spread, Ends ends) {
+  constexpr double kTrembling = 45;  // hertz
+  const int frames = framesOf(rate, seconds);
+  Signal tremble = lowpass(white(noise, frames), rate, kTrembling, 0.707, ends);
+  // White noise of variance 1/3 keeps this share of it under the lowpass.
+  scale(tremble, spread / std::sqrt(kTrembling * 2.2 / rate / 3));
+  Signal periods(tremble.size() + 1);
+  for (std::size_t i = 0; i < tremble.size(); ++i) {
+    periods[i + 1] = periods[i] + hertz(static_cast<double>(i) / rate) * (1 + tremble[i]) / rate;
+  }
+  const double stretch = ends == Ends::kMeeting ? std::round(periods.back()) / periods.back() : 1;
+  for (std::size_t i = 0; i < tremble.size(); ++i) tremble[i] = std::sin(kTwoPi * stretch * periods[i]);
+  return tremble;
+}
+
 std::vector<double> falling(int count, double decibelsPerOctave) {
   std::vector<double> partials;
   for (int k = 1; k <= count; ++k) partials.push_back(gainOf(decibelsPerOctave * std::log2(k)));

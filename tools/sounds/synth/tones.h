@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "contour.h"
+#include "filter.h"
+#include "noise.h"
 #include "signal.h"
 
 namespace vorn::synth {
@@ -23,6 +25,12 @@ Signal saw(double rate, double seconds, const Contour& hertz, const Contour& amp
 /// A train of pulses, each a raised cosine of `width` (share of the period).
 Signal pulses(double rate, double seconds, const Contour& hertz, double width,
               const Contour& amplitude = 1.0);
+
+/// A howl: a sine whose pitch trembles at random by about `spread` (a share of
+/// it). It is as narrow as filtered noise but keeps its loudness. With
+/// `Ends::kMeeting` it comes round to its own start.
+Signal howl(Noise& noise, double rate, double seconds, const Contour& hertz, double spread,
+            Ends ends = Ends::kOpen);
 
 /// `count` partials falling by `decibelsPerOctave` (a negative number).
 std::vector<double> falling(int count, double decibelsPerOctave);
