@@ -1,0 +1,181 @@
+#include "platform/desktop/desktop_platform.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <iostream>
+#include <utility>
+
+#include "platform/desktop/audio_output.h"
+#include "platform/desktop/controllers.h"
+#include "platform/desktop/espeak_voice.h"
+#include "platform/desktop/keyboard.h"
+#include "platform/desktop/launcher.h"
+#include "platform/desktop/tick_clock.h"
+#include "platform/desktop/window.h"
+#include "platform/folder_files.h"
+#include "platform/mixer.h"
+#include "platform/random.h"
+#include "platform/windows1252.h"
+
+namespace vorn {
+namespace {
+
+std::uint64_t clockSeed() {
+  return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
+}
+
+std::tm localTime(std::chrono::system_clock::time_point moment) {
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
+  std::tm local{};
+  localtime_r(&seconds, &local);
+  return local;
+}
+
+/// Sound buffers in the mixer.
+class MixerSoundDevice : public SoundDevice {
+ public:
+  MixerSoundDevice(Mixer& mixer, Files& files) : mixer_(mixer), files_(files) {}
+
+  void SetCooperativeLevel(int) override {}  // a desktop's sound is always shared
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string&, const std::string& fileName,
+                                                         int) override {
+    return mixer_.createBuffer(
+        std::make_shared<const Recording>(readWav(fileName, files_.readSound(fileName))));
+  }
+
+ private:
+  Mixer& mixer_;
+  Files& files_;
+};
+
+class DesktopPlatform : public Platform {
+ public:
+  explicit DesktopPlatform(const DesktopOptions& options)
+      : options_(options),
+        files_(options.folder),
+        random_(clockSeed()),
+        audio_(mixer_, options.audioFrames),
+        speech_(synth_, mixer_.voice()) {}
+
+  std::int32_t tickCount() override { return clock_.now(); }
+  double secondsSinceMidnight() override;
+  Date today() override;
+
+  void setCaption(const std::string& caption) override {
+    caption_ = caption;
+    window_.setCaption(caption);
+  }
+  void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
+  int messageBox(const std::string& text) override;
+  void enterShutdown() override { window_.enterShutdown(); }
+
+  std::unique_ptr<SoundDevice> createSoundDevice() override {
+    return std::make_unique<MixerSoundDevice>(mixer_, files_);
+  }
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override { return std::make_unique<SdlKeyboard>(); }
+  std::vector<std::string> attachedControllers() override { return controllers_.attached(); }
+  std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override {
+    return controllers_.open(identifier);
+  }
+  std::unique_ptr<Voice> createVoice() override {
+    return std::make_unique<EspeakVoice>(
+        synth_, speech_, [this] { return pause(); }, options_.captions);
+  }
+
+  Files& files() override { return files_; }
+  void startProgram(const std::string& name, int) override { launch(files_.pathOf("Shell", name)); }
+
+  double randomFraction() override { return random_.fraction(); }
+  void reseedRandom() override { random_.reseed(clockSeed()); }
+  void carTicked(const TickReport&) override {}
+
+ private:
+  void doYield(int atMostMs) override;
+  bool deliver();
+  bool pause();
+
+  const DesktopOptions options_;
+  FolderFiles files_;
+  RandomSource random_;
+  TickClock clock_;
+  Mixer mixer_;
+  AudioOutput audio_;
+  Window window_;
+  Controllers controllers_;
+  EspeakSynth synth_;
+  SpeechService speech_;
+  std::string caption_;
+  EventReceiver* receiver_ = nullptr;
+};
+
+double DesktopPlatform::secondsSinceMidnight() {
+  const auto now = std::chrono::system_clock::now();
+  const std::tm local = localTime(now);
+  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
+  return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec +
+         std::chrono::duration<double>(fraction).count();
+}
+
+Date DesktopPlatform::today() {
+  const std::tm local = localTime(std::chrono::system_clock::now());
+  return {local.tm_mon + 1, local.tm_mday, local.tm_year + 1900};
+}
+
+int DesktopPlatform::messageBox(const std::string& text) {
+  constexpr int kOk = 1;
+  std::string shown = utf8FromWindows1252(text);
+  std::replace(shown.begin(), shown.end(), '\r', '\n');
+  std::cerr << shown << std::endl;
+  if (!options_.answerBoxes) {
+    window_.showBox(caption_, shown);
+  }
+  return kOk;
+}
+
+void DesktopPlatform::doYield(int atMostMs) {
+  if (deliver() || atMostMs <= 0) {
+    return;
+  }
+  clock_.waitForEvent(atMostMs);
+  deliver();
+}
+
+/// Delivers what has happened. Returns whether the game got anything.
+bool DesktopPlatform::deliver() {
+  const bool gotKey = window_.deliver(receiver_);
+  mixer_.setMuted(window_.isInBackground());
+  return controllers_.notify(receiver_) || gotKey;
+}
+
+/// A moment of a synchronous text; false where the player closes the window.
+bool DesktopPlatform::pause() {
+  constexpr int kMomentMs = 2;
+  window_.pump();
+  mixer_.setMuted(window_.isInBackground());
+  TickClock::sleep(kMomentMs);
+  return !window_.isToBeClosed();
+}
+
+std::string explained(DesktopUnavailable::Missing thing, const std::string& reason) {
+  return thing == DesktopUnavailable::Missing::kDisplay
+             ? "There is no display (" + reason +
+                   "). Start the game from a graphical desktop, or set DISPLAY or WAYLAND_DISPLAY to one."
+             : "There is no sound device (" + reason +
+                   "). Connect one and start the desktop's sound server (PipeWire or PulseAudio).";
+}
+
+}  // namespace
+
+DesktopUnavailable::DesktopUnavailable(Missing thing, const std::string& reason)
+    : std::runtime_error(explained(thing, reason)), missing(thing) {}
+
+std::unique_ptr<Platform> makeDesktopPlatform(const DesktopOptions& options) {
+  if (options.speech == SpeechChoice::kSpeechDispatcher) {
+    throw PlatformError("speech", "speech-dispatcher",
+                        "this version speaks with its embedded voice only (espeak)");
+  }
+  return std::make_unique<DesktopPlatform>(options);
+}
+
+}  // namespace vorn

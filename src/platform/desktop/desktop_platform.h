@@ -1,0 +1,41 @@
+/// The platform of a player's desktop: a window, the keyboard, a controller and
+/// the sound device through SDL, and a voice.
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "platform/platform.h"
+
+namespace vorn {
+
+enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher };
+
+struct DesktopOptions {
+  std::filesystem::path folder = ".";         ///< working folder
+  SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the embedded voice
+  std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
+  int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
+  bool answerBoxes = false;                   ///< message boxes go to standard error and are answered at once
+};
+
+/// This machine has no display or no sound device, so the game cannot be played
+/// on it as it is. `what()` tells the player which, why, and what helps.
+class DesktopUnavailable : public std::runtime_error {
+ public:
+  enum class Missing { kDisplay, kSound };
+
+  DesktopUnavailable(Missing thing, const std::string& reason);
+
+  const Missing missing;
+};
+
+/// Opens window and sound device. At most one at a time, on the thread that then
+/// plays. Throws `DesktopUnavailable`, or `PlatformError` where the voice chosen
+/// is not there.
+std::unique_ptr<Platform> makeDesktopPlatform(const DesktopOptions& options);
+
+}  // namespace vorn

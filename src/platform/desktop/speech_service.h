@@ -1,0 +1,81 @@
+/// Says texts one after the other: a thread of its own synthesises them, the
+/// mixer's voice stream makes them heard. All procedures are for one thread, the
+/// game's, and none of them waits.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "platform/espeak_synth.h"
+#include "platform/voice_stream.h"
+
+namespace vorn {
+
+/// Notices that something which should go on does not. It counts only the time
+/// it is watched, so that a program that was halted for a while is not misjudged.
+class Watchdog {
+ public:
+  using Time = std::chrono::steady_clock::time_point;
+
+  explicit Watchdog(std::chrono::milliseconds patience) : patience_(patience) {}
+  /// True once `progress` has stayed the same for as long as patience lasts.
+  bool isStuck(std::uint64_t progress, Time now);
+  /// There is nothing to watch for the time being.
+  void rest() { isWatching_ = false; }
+
+ private:
+  const std::chrono::milliseconds patience_;
+  bool isWatching_ = false;
+  std::uint64_t progress_ = 0;
+  Time lastLook_;
+  std::chrono::nanoseconds idleFor_{};
+};
+
+class SpeechService {
+ public:
+  /// Neither is owned.
+  SpeechService(EspeakSynth& synth, VoiceStream& stream);
+  ~SpeechService();
+  SpeechService(const SpeechService&) = delete;
+  SpeechService& operator=(const SpeechService&) = delete;
+
+  /// Says `text` behind what is still to be said.
+  void say(const std::string& text, const SpeechSettings& settings);
+  /// Silences everything at once.
+  void purge();
+  /// True from `say` on until the last sample has been heard. A voice that makes
+  /// no sound for 5 s though it should is given up: silenced, and said to be so on
+  /// standard error.
+  bool isSpeaking();
+
+ private:
+  struct Utterance {
+    std::string text;
+    SpeechSettings settings;
+    std::uint32_t ticket;
+  };
+
+  void work();
+  void utter(const Utterance& utterance);
+  bool pass(std::span<const std::int16_t> samples, std::uint32_t ticket);
+  bool isBusy();
+
+  EspeakSynth& synth_;
+  VoiceStream& stream_;
+  Watchdog watchdog_;
+
+  std::mutex mutex_;  ///< over what follows
+  std::condition_variable changed_;
+  std::deque<Utterance> queue_;
+  bool isUttering_ = false;  ///< something of the present ticket
+  bool isEnding_ = false;
+
+  std::thread worker_;
+};
+
+}  // namespace vorn

@@ -1,0 +1,39 @@
+#include "platform/desktop/tick_clock.h"
+
+#include <SDL_events.h>
+
+#include <thread>
+
+namespace vorn {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+milliseconds wholeMilliseconds() {
+  return std::chrono::floor<milliseconds>(steady_clock::now().time_since_epoch());
+}
+
+/// SDL wakes up to a millisecond late and up to one early.
+constexpr milliseconds kSdlIsLate{2};
+
+}  // namespace
+
+std::int32_t TickClock::now() const {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
+}
+
+void TickClock::waitForEvent(int ms) const {
+  const milliseconds end = wholeMilliseconds() + milliseconds(ms);
+  const milliseconds forSdl = end - wholeMilliseconds() - kSdlIsLate;
+  if (forSdl > milliseconds(0) && SDL_WaitEventTimeout(nullptr, static_cast<int>(forSdl.count())) != 0) {
+    return;
+  }
+  std::this_thread::sleep_until(steady_clock::time_point(end));
+}
+
+void TickClock::sleep(int ms) {
+  std::this_thread::sleep_for(milliseconds(ms));
+}
+
+}  // namespace vorn

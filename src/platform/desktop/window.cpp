@@ -1,0 +1,103 @@
+#include "platform/desktop/window.h"
+
+#include <SDL.h>
+
+#include <cstring>
+
+#include "platform/desktop/desktop_platform.h"
+#include "platform/desktop/keyboard.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kWidth = 640, kHeight = 360;
+
+/// SDL falls back to drivers that show nothing; they count only where they were asked for.
+bool showsNothing(const char* driver) {
+  const bool isBlind =
+      driver == nullptr || std::strcmp(driver, "offscreen") == 0 || std::strcmp(driver, "dummy") == 0;
+  return isBlind && SDL_getenv("SDL_VIDEODRIVER") == nullptr;
+}
+
+}  // namespace
+
+Window::Window() {
+  SDL_SetHint(SDL_HINT_APP_NAME, "Vorn 1 TTS");
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");  // a black window is not worth a graphics library
+  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+    throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, SDL_GetError());
+  }
+  const bool isBlind = showsNothing(SDL_GetCurrentVideoDriver());
+  if (!isBlind) {
+    window_ = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kWidth, kHeight, 0);
+  }
+  if (window_ == nullptr) {
+    const std::string reason = isBlind ? "no screen was found" : SDL_GetError();
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, reason);
+  }
+  SDL_StopTextInput();  // the game asks for keys, not for text: no input method may swallow them
+  SDL_RaiseWindow(window_);
+  paint();
+}
+
+Window::~Window() {
+  SDL_DestroyWindow(window_);
+  SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+/// A window that nobody has painted shows whatever lay beneath it.
+void Window::paint() {
+  if (SDL_Surface* surface = SDL_GetWindowSurface(window_)) {
+    SDL_FillRect(surface, nullptr, 0);
+    SDL_UpdateWindowSurface(window_);
+  }
+}
+
+void Window::setCaption(const std::string& caption) {
+  SDL_SetWindowTitle(window_, caption.c_str());
+}
+
+bool Window::isInBackground() {
+  const bool hasFocus = (SDL_GetWindowFlags(window_) & SDL_WINDOW_INPUT_FOCUS) != 0;
+  hasHadFocus_ |= hasFocus;
+  return hasHadFocus_ && !hasFocus;
+}
+
+void Window::pump() {
+  SDL_PumpEvents();
+}
+
+bool Window::isToBeClosed() const {
+  return SDL_HasEvent(SDL_QUIT) == SDL_TRUE;
+}
+
+bool Window::deliver(EventReceiver* receiver) {
+  bool delivered = false;
+  SDL_Event event;
+  while (SDL_PollEvent(&event) != 0) {
+    if (event.type == SDL_QUIT) {
+      if (isClosing_) {
+        throw ProgramEnd{0};
+      }
+      isClosing_ = true;
+      throw WindowClosed{};
+    }
+    if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+      paint();
+    }
+    if (event.type == SDL_KEYDOWN && event.key.repeat == 0 && receiver != nullptr) {
+      if (const Key* key = menuKey(event.key.keysym)) {
+        receiver->Form_KeyDown(key->virtualKeyCode, shiftState(event.key.keysym.mod));
+        delivered = true;
+      }
+    }
+  }
+  return delivered;
+}
+
+bool Window::showBox(const std::string& title, const std::string& text) {
+  return SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title.c_str(), text.c_str(), window_) == 0;
+}
+
+}  // namespace vorn

@@ -1,0 +1,46 @@
+/// The game's one window and the events of the desktop. SDL's video lives as
+/// long as this does. All of it belongs to the thread that made it.
+#pragma once
+
+#include <SDL_video.h>
+
+#include <memory>
+#include <string>
+
+#include "platform/platform.h"
+
+namespace vorn {
+
+class Window {
+ public:
+  /// Opens it. Throws `DesktopUnavailable` where there is no display to open it on.
+  Window();
+  ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  void setCaption(const std::string& caption);
+  /// Whether the player has turned to another window. Before the window has had
+  /// the focus for the first time he has not: desktops take their time to give it.
+  bool isInBackground();
+  /// Takes in what has happened without delivering it: the keyboard's state is fresh afterwards.
+  void pump();
+  /// Delivers what has happened. Returns whether `receiver` (null: nobody) got a
+  /// key. Throws `WindowClosed` on the first request to close, `ProgramEnd` on the
+  /// second and once the shutdown has begun.
+  bool deliver(EventReceiver* receiver);
+  /// Whether a request to close waits to be delivered.
+  bool isToBeClosed() const;
+  void enterShutdown() { isClosing_ = true; }
+  /// Shows a box with an OK button and waits for it. False where it cannot be shown.
+  bool showBox(const std::string& title, const std::string& text);
+
+ private:
+  void paint();
+
+  SDL_Window* window_ = nullptr;
+  bool hasHadFocus_ = false;
+  bool isClosing_ = false;
+};
+
+}  // namespace vorn

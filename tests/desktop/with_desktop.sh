@@ -1,0 +1,100 @@
+#!/bin/bash
+# Runs a command on a desktop of its own: an empty X display and a sound server
+# whose only sink can be listened to. Nothing of the user's own desktop, settings
+# or sound is touched, and several may run at once.
+#
+#   with_desktop.sh [--no-display] [--no-sound] [--record FILE.wav] COMMAND [ARGUMENT...]
+#
+# The command finds DISPLAY, XDG_RUNTIME_DIR, HOME and PULSE_SERVER set, and in
+# VORN_RECORDING, with --record, a file that grows as the sound is played (raw
+# 48 kHz stereo, 16 bit). Exit status: the command's; 125 where the desktop could
+# not be set up.
+set -u
+
+display=yes sound=yes record=
+while [[ $# -gt 0 ]]; do
+  case $1 in
+    --no-display) display=no; shift ;;
+    --no-sound) sound=no; shift ;;
+    --record) record=$2; shift 2 ;;
+    *) break ;;
+  esac
+done
+if [[ $# -eq 0 ]]; then
+  sed -n '2,13s/^# \{0,1\}//p' "$0" >&2
+  exit 125
+fi
+
+folder=$(mktemp -d "${TMPDIR:-/tmp}/vorn-desktop.XXXXXX") || exit 125
+started=()
+clean_up() {
+  for (( i = ${#started[@]} - 1; i >= 0; --i )); do
+    kill "${started[i]}" 2>/dev/null
+    wait "${started[i]}" 2>/dev/null
+  done
+  rm -rf "$folder"
+}
+trap clean_up EXIT
+trap 'exit 125' INT TERM
+
+fail() {
+  echo "with_desktop.sh: $1" >&2
+  cat "$folder"/*.log >&2
+  exit 125
+}
+
+# wait_until WHAT COMMAND...: up to ten seconds.
+wait_until() {
+  local what=$1 i
+  shift
+  for (( i = 0; i < 200; ++i )); do
+    "$@" >/dev/null 2>&1 && return
+    sleep 0.05
+  done
+  fail "$what did not come up"
+}
+
+mkdir -p "$folder/run/pulse" "$folder/home"
+chmod 700 "$folder/run"
+export XDG_RUNTIME_DIR=$folder/run HOME=$folder/home
+export PULSE_SERVER=unix:$folder/run/pulse/native
+unset WAYLAND_DISPLAY DISPLAY SDL_VIDEODRIVER SDL_AUDIODRIVER PIPEWIRE_REMOTE XDG_DATA_HOME XDG_CONFIG_HOME
+
+if [[ $display == yes ]]; then
+  Xvfb -displayfd 3 -screen 0 800x600x24 -nolisten tcp -noreset 3>"$folder/display" 2>"$folder/xvfb.log" &
+  started+=($!)
+  wait_until 'the X server' test -s "$folder/display"
+  DISPLAY=:$(<"$folder/display")
+  export DISPLAY
+fi
+
+if [[ $sound == yes ]]; then
+  # Without norewinds the sink stalls for two seconds when something begins to play.
+  pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
+    -L 'module-null-sink sink_name=out rate=48000 channels=2 format=s16le norewinds=1' \
+    -L "module-native-protocol-unix auth-anonymous=1 socket=$folder/run/pulse/native" 2>"$folder/pulseaudio.log" &
+  started+=($!)
+  wait_until 'the sound server' pactl info
+else
+  # No way round by a sound driver that needs no server.
+  export ALSA_CONFIG_PATH=/dev/null JACK_NO_START_SERVER=1 AUDIODEV=/nonexistent
+fi
+
+if [[ -n $record ]]; then
+  export VORN_RECORDING=$folder/recording.raw
+  parec -d out.monitor --format=s16le --rate=48000 --channels=2 --latency-msec=5 --raw >"$VORN_RECORDING" \
+    2>"$folder/parec.log" &
+  recorder=$!
+  started+=("$recorder")
+  wait_until 'the recorder' test -s "$VORN_RECORDING"
+fi
+
+"$@"
+status=$?
+
+if [[ -n $record ]]; then
+  kill "$recorder"
+  wait "$recorder" 2>/dev/null
+  sox -t raw -r 48000 -c 2 -e signed -b 16 "$VORN_RECORDING" "$record" || fail 'the recording could not be written'
+fi
+exit $status
