@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/headless/session_files.h"
+#include "program/desktop_program.h"
 #include "shell/start_up.h"
 #include "state/fields.h"
 #include "state/game_state.h"
@@ -22,6 +23,7 @@ struct CommandLine {
   HeadlessOptions session;
   SessionFileNames files;
   std::string speech;
+  DesktopRequest desktop;
 };
 
 /// The numbers of a text of the shape "00-00-00", zeros standing for digits; nothing for any other text.
@@ -87,6 +89,16 @@ void addHeadlessOptions(CLI::App& app, CommandLine& line) {
               ->check(CLI::NonNegativeNumber));
 }
 
+void addDesktopOptions(CLI::App& app, CommandLine& line) {
+  constexpr const char* kGroup = "At the desktop";
+  const auto belongs = [&](CLI::Option* option) {
+    option->excludes(app.get_option("--headless"))->group(kGroup);
+  };
+  belongs(
+      app.add_flag("--captions", line.desktop.captions, "everything spoken also goes to standard output"));
+  belongs(app.add_flag("--demo", line.desktop.demonstration, "a built-in driver races a lap"));
+}
+
 void checkTogether(const CommandLine& line) {
   if (line.files.trace == "-" && line.files.render == "-") {
     throw CLI::ValidationError("--render", "trace and render cannot both go to standard output");
@@ -97,6 +109,12 @@ void checkTogether(const CommandLine& line) {
   if (!line.speech.empty() && std::find(choices.begin(), choices.end(), line.speech) == choices.end()) {
     throw CLI::ValidationError("--speech", line.speech + " is none of " + CLI::detail::join(choices, ", "));
   }
+}
+
+SpeechChoice speechChoice(const std::string& name) {
+  if (name == "espeak") return SpeechChoice::kEspeak;
+  if (name == "speech-dispatcher") return SpeechChoice::kSpeechDispatcher;
+  return SpeechChoice::kAuto;
 }
 
 int playHeadless(const CommandLine& line) {
@@ -127,6 +145,7 @@ int play(int argc, char** argv) {
   app.add_option("--speech", line.speech,
                  "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak");
   addHeadlessOptions(app, line);
+  addDesktopOptions(app, line);
   try {
     app.parse(argc, argv);
     checkTogether(line);
@@ -134,9 +153,16 @@ int play(int argc, char** argv) {
     return app.exit(error) == 0 ? 0 : kBadCommandLine;
   }
   if (!folder.empty()) line.session.folder = folder;
+  if (line.speech == "espeak") line.session.speech = HeadlessSpeech::kEspeak;
   if (line.headless) return playHeadless(line);
-  std::cerr << "This build has no desktop: play with --headless." << std::endl;
-  return 1;
+  line.desktop.folder = folder;
+  line.desktop.speech = speechChoice(line.speech);
+  try {
+    return playOnDesktop(line.desktop);
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << std::endl;
+    return 1;
+  }
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ find . -name '*.h' -o -name '*.cpp' | sed 's|^\./||' | sort | xargs grep -n '^#i
     if (isBackend(file) && !isBackend(included)) {
       print file ":" $2 ": the platform knows nothing of the game, yet includes " included; bad = 1
     }
-    if (file !~ /^platform\// && file !~ /^demo\// && file != "main.cpp" && included ~ /^platform\/(desktop|headless)\//) {
+    if (file !~ /^platform\// && file !~ /^(demo|program)\// && file != "main.cpp" && included ~ /^platform\/(desktop|headless)\//) {
       print file ":" $2 ": names a backend, " included; bad = 1
     }
   }

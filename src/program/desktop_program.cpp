@@ -1,0 +1,99 @@
+#include "program/desktop_program.h"
+
+#include <functional>
+#include <iostream>
+#include <limits>
+#include <memory>
+
+#include "demo/demo_platform.h"
+#include "platform/headless/session_files.h"
+#include "program/game_folder.h"
+#include "shell/start_up.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kDemoFile = "demo.wav";
+
+/// A script that leaves the game alone.
+class NoHand : public ScriptSource {
+ public:
+  std::optional<std::string> nextLine() override { return "wait 1000000000"; }
+  std::string name() const override { return "demonstration"; }
+};
+
+void reportError(Platform& platform, GameState& game, const std::string& text) {
+  std::cerr << text << std::endl;
+  carryOn([&] {
+    if (game.speechVoice) game.speechVoice->Speak(text, speak_flags::kQueue);
+  });
+  carryOn([&] { platform.messageBox(text); });
+}
+
+int playOn(Platform& platform) {
+  GameState game(platform);
+  try {
+    Form_Load(game);
+    return 0;
+  } catch (const ProgramEnd& end) {
+    return end.exitStatus;
+  } catch (const std::exception& error) {
+    reportError(platform, game, error.what());
+    return 1;
+  }
+}
+
+// The demonstration in virtual time, into a file that can be listened to anywhere.
+int recordDemonstration(const fs::path& folder) {
+  std::error_code error;
+  const fs::path current = fs::current_path(error);
+  const auto sink = [&] {
+    try {
+      return openRenderSink((current / kDemoFile).string());
+    } catch (const PlatformError&) {
+      return openRenderSink((folder / kDemoFile).string());
+    }
+  }();
+  NoHand noHand;
+  HeadlessOptions options;
+  options.folder = folder;
+  options.speech = HeadlessSpeech::kEspeak;
+  options.limitMs = std::numeric_limits<std::int64_t>::max();
+  HeadlessConnections connections;
+  connections.script = &noHand;
+  connections.render = sink.get();
+  HeadlessPlatform virtualMachine(options, connections);
+  const auto demonstration = makeDemoPlatform(virtualMachine, std::cout);
+  return virtualMachine.run([&] {
+    GameState game(*demonstration);
+    Form_Load(game);
+    return 0;
+  });
+}
+
+}  // namespace
+
+int playOnDesktop(const DesktopRequest& request) {
+  const fs::path folder = gameFolder(request.folder);
+  fillWithSounds(folder);
+  DesktopOptions options;
+  options.folder = folder;
+  options.speech = request.speech;
+  if (request.captions && !request.demonstration) options.captions = &std::cout;
+  std::unique_ptr<Platform> desktop;
+  try {
+    desktop = makeDesktopPlatform(options);
+  } catch (const DesktopUnavailable& missing) {
+    std::cerr << missing.what()
+              << "\nUntil then, a demonstration lap without them: what it sounds like goes to " << kDemoFile
+              << ", what is said follows.\n"
+              << std::endl;
+    return recordDemonstration(folder);
+  }
+  if (!request.demonstration) return playOn(*desktop);
+  return playOn(*makeDemoPlatform(*desktop, std::cout));
+}
+
+}  // namespace vorn

@@ -1,0 +1,23 @@
+/// The game on a player's desktop, from the first window to the exit status.
+#pragma once
+
+#include <filesystem>
+
+#include "platform/desktop/desktop_platform.h"
+
+namespace vorn {
+
+/// What a player asks for on the command line.
+struct DesktopRequest {
+  std::filesystem::path folder;  ///< empty: wherever the game finds its place
+  SpeechChoice speech = SpeechChoice::kAuto;
+  bool captions = false;       ///< everything spoken also goes to standard output
+  bool demonstration = false;  ///< a built-in driver plays
+};
+
+/// Plays until the player leaves. Where there is no display or no sound device,
+/// says so and leaves a demonstration in `demo.wav`. Returns the exit status:
+/// 1 after an error, which stands on standard error and is said.
+int playOnDesktop(const DesktopRequest& request);
+
+}  // namespace vorn

@@ -1,0 +1,61 @@
+#include "program/game_folder.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+#include "sound/catalogue.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSoundTool = "vorn1-sounds";
+
+bool holdsSounds(const fs::path& folder) {
+  const auto files = soundCatalogue();
+  return std::all_of(files.begin(), files.end(), [&](const CatalogueEntry& entry) {
+    std::error_code error;
+    return fs::is_regular_file(folder / soundFileName(entry.name), error);
+  });
+}
+
+fs::path dataHome() {
+  const char* const home = std::getenv("HOME");
+  const char* const data = std::getenv("XDG_DATA_HOME");
+  if (data && *data) return data;
+  return fs::path(home ? home : ".") / ".local" / "share";
+}
+
+// For the shell; a path may hold anything but its own closing quote.
+std::string quoted(const fs::path& path) {
+  std::string text = "'";
+  for (const char c : path.string()) text += c == '\'' ? "'\\''" : std::string(1, c);
+  return text + "'";
+}
+
+}  // namespace
+
+fs::path gameFolder(const fs::path& asked) {
+  if (!asked.empty()) return asked;
+  const fs::path current = fs::current_path();
+  if (holdsSounds(current)) return current;
+  const fs::path own = dataHome() / "vorn1";
+  fs::create_directories(own);
+  return own;
+}
+
+void fillWithSounds(const fs::path& folder) {
+  if (holdsSounds(folder)) return;
+  std::error_code error;
+  const fs::path tool = fs::read_symlink("/proc/self/exe", error).parent_path() / kSoundTool;
+  if (error || !fs::exists(tool)) return;
+  std::cerr << "Making the sounds in " << folder.string() << '.' << std::endl;
+  if (std::system((quoted(tool) + " " + quoted(folder)).c_str()) != 0) {
+    std::cerr << "The sounds could not be made." << std::endl;
+  }
+}
+
+}  // namespace vorn

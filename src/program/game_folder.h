@@ -1,0 +1,16 @@
+/// Which folder a player's game lives in, and the sounds that have to lie there.
+#pragma once
+
+#include <filesystem>
+
+namespace vorn {
+
+/// `asked` where it is not empty; else the current folder when it holds the
+/// sounds, else the player's own data folder (made where there is none).
+std::filesystem::path gameFolder(const std::filesystem::path& asked);
+
+/// Makes the sounds in `folder` by the tool that lies beside this program, if
+/// any is missing. Waits for it; what cannot be made is left to the game's own check.
+void fillWithSounds(const std::filesystem::path& folder);
+
+}  // namespace vorn
