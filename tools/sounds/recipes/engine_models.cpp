@@ -17,7 +17,7 @@ using namespace synth;  // recipes are written in its words
 
 constexpr std::array kTapes{
     EngineTape{"vorn1", 2001, 40, 10},   EngineTape{"vorn30", 2017, 75, 12},
-    EngineTape{"vorn31", 1010, 80, 3.2}, EngineTape{"vorn32", 842, 40, 2.5},
+    EngineTape{"vorn31", 1010, 80, 3.2}, EngineTape{"vorn32", 842, 40, 2.55},
     EngineTape{"vorn33", 1675, 80, 7},   EngineTape{"vorn34", 2444, 180, 8.3},
 };
 constexpr int kTapeBytesASecond = 2 * 22050;
@@ -257,7 +257,8 @@ Signal twoStroke(Run run) {
   mixInto(sound, breath(run, push, 900, 1.2), 0.5);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 2);
-  return kept(sound, run.rate, 70, 1100);
+  // Twice, since its third harmonic comes close to what must be kept free.
+  return kept(kept(sound, run.rate, 70, 1250), run.rate, 70, 1250);
 }
 
 Signal turbine(Run run) {

@@ -1,0 +1,214 @@
+// The scrubbed tapes: six engines indexed by revolutions, the brake by speed.
+// The game plays a tenth of a second of them at a time, from wherever it needs.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <random>
+#include <string>
+
+#include "checks.h"
+#include "recipes/engine_models.h"
+#include "spectrum.h"
+#include "support_sounds.h"
+#include "synth/filter.h"
+#include "synth/loudness.h"
+
+namespace vorn::sounds {
+namespace {
+
+using test::Heard;
+using test::hearSound;
+using test::Signal;
+
+constexpr int kRate = 22050;
+
+class EngineTapes : public testing::TestWithParam<EngineTape> {
+ protected:
+  void SetUp() override {
+    heard_ = hearSound(GetParam().name);
+    ASSERT_EQ(heard_.rate, kRate);
+    sound_ = heard_.signal();
+  }
+  /// What is heard from `revs` percent on.
+  Signal from(double revs, double seconds) const {
+    return test::stretch(sound_, static_cast<std::size_t>(GetParam().step * revs / 2),
+                         static_cast<std::size_t>(seconds * kRate));
+  }
+  /// Pitch measured over 0.2 s: the lag at which the sound is most like itself,
+  /// looked for around the one that the tape's law gives.
+  double pitch(double revs) const {
+    const Signal sound = from(revs, 0.2);
+    const double middle = revs + 0.1 * kRate * 2 / GetParam().step;
+    // Over a few periods, so that a part of a sample matters less; the orders of
+    // the ten-cylinder engine repeat every third period of its pitch only.
+    const int periods = GetParam().name == "vorn30" ? 3 : 2;
+    const double expected = periods * kRate / pitchAt(GetParam(), middle);
+    double best = expected;
+    for (const double step : {0.005, 0.001, 0.0002}) best = mostAlike(sound, best, step * expected);
+    return periods * kRate / best;
+  }
+
+  /// The lag within twelve steps of `around` at which `sound` is most like itself.
+  static double mostAlike(const Signal& sound, double around, double step) {
+    double best = around, highest = -1;
+    for (int i = -12; i <= 12; ++i) {
+      const double likeness = test::correlation(sound, around + i * step);
+      if (likeness <= highest) continue;
+      highest = likeness;
+      best = around + i * step;
+    }
+    return best;
+  }
+
+  Heard heard_;
+  Signal sound_;
+};
+
+TEST_P(EngineTapes, RiseInPitch) {
+  std::vector<double> pitches;
+  for (int revs = 0; revs <= 100; revs += 2) pitches.push_back(pitch(revs));
+  EXPECT_LE(test::deepestFall(test::smoothed(pitches)), 0.015);
+  EXPECT_GE(pitches.back() / pitches[1], 2.4);
+}
+
+TEST_P(EngineTapes, FollowTheirLaw) {
+  for (int revs = 10; revs <= 94; revs += 6) {
+    const double middle = revs + 0.1 * kRate * 2 / GetParam().step;
+    EXPECT_NEAR(pitch(revs) / pitchAt(GetParam(), middle), 1, 0.025) << revs;
+  }
+}
+
+TEST_P(EngineTapes, StayAtFullRevolutionsToTheLastByteThatIsPlayed) {
+  const double full = GetParam().idleHertz * GetParam().ratio;
+  for (const double revs : {97.0, 100.0, 102.0}) EXPECT_NEAR(pitch(revs) / full, 1, 0.005) << revs;
+  EXPECT_LT(largestPositionPlayed(GetParam().name), static_cast<int>(2 * sound_.size()));
+}
+
+TEST_P(EngineTapes, RiseInBrightness) {
+  std::vector<double> centroids;
+  for (int revs = 0; revs <= 100; revs += 2)
+    centroids.push_back(test::centroid(from(revs, 0.2), kRate, 3000));
+  EXPECT_LE(test::deepestFall(test::smoothed(centroids)), 0.03);
+}
+
+TEST_P(EngineTapes, KeepTheirLoudness) {
+  const std::vector<double> course = synth::loudnessAlong(sound_, kRate, 0.4, 0.05);
+  for (std::size_t i = 0; i < course.size(); ++i) {
+    const double start = 0.05 * static_cast<double>(i);
+    if (revsAt(GetParam(), start) < 10) continue;
+    EXPECT_NEAR(course[i], -21, 1.5) << revsAt(GetParam(), start) << " percent";
+  }
+  EXPECT_LT(course.front(), -21.4);  // at rest it is quieter
+  EXPECT_GT(course.front(), -25.5);
+}
+
+TEST_P(EngineTapes, LeaveTheCuesTheirBand) {
+  if (GetParam().name == "vorn34") GTEST_SKIP() << "the turbine's whine may enter it";
+  for (const double revs : {5.0, 30.0, 60.0, 100.0}) {
+    const Signal sound = from(revs, 0.2);
+    const Signal above = synth::steepHighpass(synth::steepHighpass(sound, kRate, 1700), kRate, 1700);
+    EXPECT_LT(test::decibels(test::meanSquare(above) / test::meanSquare(sound)), -22) << revs;
+  }
+}
+
+TEST_P(EngineTapes, StartFromZero) {
+  EXPECT_LT(std::abs(heard_.mono().front()), 4);
+}
+
+/// What a steady engine sounds like: a tick's worth from a place with a little
+/// chance in it, again and again, crossfaded as the mixer does.
+Signal scrubbed(const Signal& tape, int step, double revs) {
+  constexpr int kFade = 132;  // 6 ms
+  std::mt19937 chance(3);
+  const auto upTo = [&chance](int count) {
+    return static_cast<int>(chance() % static_cast<unsigned>(count));
+  };
+  Signal sound(4 * kRate);
+  for (std::size_t at = 0; at + kRate / 4 < sound.size();) {
+    const int tick = kRate * 99 / 1000 + upTo(kRate * 5 / 1000);
+    const auto place = static_cast<std::size_t>((step * revs + upTo(225)) / 2);
+    for (int i = 0; i < tick + kFade; ++i) {
+      const double in = std::min(1.0, static_cast<double>(i) / kFade);
+      const double out = std::min(1.0, static_cast<double>(tick + kFade - i) / kFade);
+      const auto offset = static_cast<std::size_t>(i);
+      sound[at + offset] += in * out * tape[(place + offset) % tape.size()];
+    }
+    at += static_cast<std::size_t>(tick);
+  }
+  return sound;
+}
+
+TEST_P(EngineTapes, RunSteadilyAtFullRevolutions) {
+  const Signal sound = scrubbed(sound_, GetParam().step, 100);
+  std::vector<double> levels;
+  const auto frames = static_cast<std::size_t>(0.05 * kRate);
+  for (std::size_t at = 2 * frames; at < static_cast<std::size_t>(3.5 * kRate); at += frames) {
+    levels.push_back(test::decibels(test::meanSquare(test::stretch(sound, at, frames))));
+  }
+  const auto [lowest, highest] = std::minmax_element(levels.begin(), levels.end());
+  EXPECT_LE(*highest - *lowest, 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EngineTapes, testing::ValuesIn(engineTapes().begin(), engineTapes().end()),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST(EngineStart, EndsInTheIdleThatTheTapeGoesOnWith) {
+  constexpr double kCutAt = 3.5;  // seconds, where the game cuts over
+  const auto start = synth::loudnessAlong(hearSound("vorn2").signal(), kRate, 0.4, 0.1);
+  const EngineTape& tape = engineTape("vorn1");
+  const Signal idle = test::stretch(hearSound("vorn1").signal(), static_cast<std::size_t>(tape.step * 5 / 2),
+                                    static_cast<std::size_t>(0.4 * kRate));
+  const double idleLufs = synth::loudnessAlong(idle, kRate, 0.4, 0.1).front();
+  EXPECT_NEAR(start[static_cast<std::size_t>((kCutAt - 0.4) / 0.1)], idleLufs, 2);
+}
+
+constexpr double kBytesAMph = 503.8;
+constexpr std::size_t kTickFrames = 2205;
+
+/// The tenth of a second that is played at `mph`, over the tape's end if need be.
+Signal braking(const Signal& tape, double mph) {
+  const double byte = std::clamp(kBytesAMph * mph, 1000.0, 114848.0);
+  Signal sound;
+  for (std::size_t i = 0; i < kTickFrames; ++i) {
+    sound.push_back(tape[(static_cast<std::size_t>(byte) / 2 + i) % tape.size()]);
+  }
+  return sound;
+}
+
+TEST(BrakeTape, RisesInBrightnessWithSpeed) {
+  const Signal tape = hearSound("vorn8").signal();
+  std::vector<double> centroids;
+  for (double mph = 0; mph <= 215; mph += 0.02 * 228) {
+    centroids.push_back(test::centroid(braking(tape, mph), kRate, 6000));
+  }
+  const std::vector<double> course = test::smoothed(centroids);
+  EXPECT_LE(test::deepestFall(course), 0.03);
+  EXPECT_GT(course.back() / course.front(), 3);
+}
+
+TEST(BrakeTape, KeepsItsLoudness) {
+  const Signal tape = hearSound("vorn8").signal();
+  for (double mph = 0; mph <= 228; mph += 0.02 * 228) {
+    EXPECT_NEAR(test::decibels(test::meanSquare(braking(tape, mph))), -21.2, 1.5) << mph;
+  }
+  for (const double lufs : synth::loudnessAlong(tape, kRate, 0.1, 0.05)) {
+    EXPECT_NEAR(lufs, -20, 1.5);
+  }
+}
+
+TEST(BrakeTape, RunsOverItsEndWithoutAStep) {
+  const Signal tape = hearSound("vorn8").signal();
+  constexpr std::size_t kFrames = 220;
+  const Signal before = test::stretch(tape, tape.size() - kFrames, kFrames);
+  const Signal after = test::stretch(tape, 0, kFrames);
+  EXPECT_LE(std::abs(test::decibels(test::meanSquare(before) / test::meanSquare(after))), 3);
+  double usual = 0;
+  for (std::size_t i = 1; i < tape.size(); ++i) usual = std::max(usual, std::abs(tape[i] - tape[i - 1]));
+  EXPECT_LE(std::abs(tape.front() - tape.back()), usual);
+}
+
+}  // namespace
+}  // namespace vorn::sounds

@@ -1,0 +1,178 @@
+// vorn1-sounds as a program: what it writes, says and returns.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "support_sounds.h"
+
+namespace vorn::sounds {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+struct Outcome {
+  int status;
+  std::string output;  ///< both streams
+};
+
+Outcome ended(int status, std::string output) {
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, std::move(output)};
+}
+
+/// Runs `command` in a shell; the tool is `$TOOL`.
+Outcome run(const std::string& command) {
+  std::FILE* pipe = popen(("TOOL='" VORN_SOUNDS_TOOL "'; (" + command + ") 2>&1").c_str(), "r");
+  std::string output;
+  for (int c; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
+  return ended(pclose(pipe), output);
+}
+
+/// Runs the tool on a terminal `columns` wide.
+Outcome runOnTerminal(const std::string& folder, unsigned short columns) {
+  winsize size{25, columns, 0, 0};
+  int terminal = -1;
+  const pid_t process = forkpty(&terminal, nullptr, nullptr, &size);
+  if (process == 0) {
+    execl(VORN_SOUNDS_TOOL, "vorn1-sounds", folder.c_str(), "--only", "vorn17", "--only", "vorn19", nullptr);
+    _exit(127);
+  }
+  std::string output;
+  std::array<char, 256> piece{};
+  for (ssize_t got; (got = read(terminal, piece.data(), piece.size())) > 0;) {
+    output.append(piece.data(), static_cast<std::size_t>(got));
+  }
+  close(terminal);
+  int status = 0;
+  waitpid(process, &status, 0);
+  return ended(status, output);
+}
+
+std::string bytesOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class SoundTool : public testing::Test {
+ protected:
+  SoundTool() { std::filesystem::create_directories(folder_); }
+  ~SoundTool() override { std::filesystem::remove_all(folder_); }
+
+  std::string in(const std::string& name) const { return (folder_ / name).string(); }
+
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("vorn1-sounds-test." + std::to_string(getpid()));
+};
+
+TEST_F(SoundTool, MakesTheSameFilesAgainWhateverRunsBesideIt) {
+  const std::string only =
+      " --only vorn1 --only vorn12 --only vorn17 --only vorn0 --only vorn1t72 --only vorn1t25";
+  ASSERT_EQ(run("LC_ALL=C $TOOL -j 1 " + in("one") + only).status, 0);
+  ASSERT_EQ(run("LC_ALL=C.UTF-8 $TOOL -j 4 " + in("two") + only).status, 0);
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_ / "one")) {
+    ++files;
+    const auto name = entry.path().filename();
+    EXPECT_EQ(bytesOf(entry.path()), bytesOf(folder_ / "two" / name)) << name;
+    EXPECT_EQ(bytesOf(entry.path()), bytesOf(std::filesystem::path(VORN_SOUNDS_FOLDER) / name)) << name;
+  }
+  EXPECT_EQ(files, 6);  // and nothing half-made beside them
+}
+
+TEST_F(SoundTool, ListsTheSounds) {
+  const Outcome outcome = run("$TOOL --list");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 108);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn1t73"));
+}
+
+TEST_F(SoundTool, ChecksAFolder) {
+  EXPECT_EQ(run("$TOOL --check " VORN_SOUNDS_FOLDER).status, 0);
+  ASSERT_EQ(run("$TOOL --only vorn17 --only vorn19 " + in("set")).status, 0);
+  EXPECT_EQ(run("$TOOL --only vorn17 --only vorn19.wav --check " + in("set")).status, 0);
+
+  std::fstream file(in("set/vorn17.wav"), std::ios::binary | std::ios::in | std::ios::out);
+  file.seekp(static_cast<std::streamoff>(bytesOf(in("set/vorn17.wav")).find(',')));
+  file.put('x');
+  file.close();
+  const Outcome outcome = run("$TOOL --only vorn17 --only vorn19 --check " + in("set"));
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn17.wav: number of items is 1, must be 2"));
+  EXPECT_THAT(outcome.output, HasSubstr("1 of 2 sounds are right"));
+}
+
+TEST_F(SoundTool, MissesAFile) {
+  const Outcome outcome = run("$TOOL --check " + in("nowhere") + " --only vorn3");
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn3.wav: cannot be opened"));
+}
+
+TEST_F(SoundTool, SaysWhatItDoesNotUnderstand) {
+  EXPECT_NE(run("$TOOL").status, 0);
+  EXPECT_NE(run("$TOOL --nonsense").status, 0);
+  const Outcome outcome = run("$TOOL --only vorn99 " + in("set"));
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("no sound is called vorn99"));
+}
+
+TEST_F(SoundTool, SaysWhyItCannotWrite) {
+  std::ofstream(in("file")) << "in the way";
+  const Outcome outcome = run("$TOOL --only vorn17 " + in("file/set"));
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn1-sounds: "));
+  EXPECT_THAT(outcome.output, HasSubstr(in("file")));
+}
+
+TEST_F(SoundTool, LeavesNothingHalfWrittenOnAFullDisk) {
+  // A limit on the size of files stands in for the disk.
+  const Outcome outcome = run("trap '' XFSZ; ulimit -f 8; $TOOL --only vorn17 --only vorn9 " + in("set"));
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn9.wav: cannot write"));
+  EXPECT_FALSE(std::filesystem::exists(in("set/vorn9.wav")));
+  EXPECT_FALSE(std::filesystem::exists(in("set/vorn9.wav.part")));
+}
+
+TEST_F(SoundTool, KeepsAnOldFileWhenANewOneCannotBeWritten) {
+  ASSERT_EQ(run("$TOOL --only vorn9 " + in("set")).status, 0);
+  const std::string before = bytesOf(in("set/vorn9.wav"));
+  EXPECT_NE(run("trap '' XFSZ; ulimit -f 8; $TOOL --only vorn9 " + in("set")).status, 0);
+  EXPECT_EQ(bytesOf(in("set/vorn9.wav")), before);
+}
+
+TEST_F(SoundTool, DrawsABarOnATerminal) {
+  const Outcome outcome = runOnTerminal(in("set"), 80);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("\rMaking sounds [........................................] 0 of 2"));
+  EXPECT_THAT(outcome.output,
+              HasSubstr("\rMaking sounds [########################################] 2 of 2\r\n2 sounds in"));
+}
+
+TEST_F(SoundTool, KeepsTheBarWithinANarrowTerminal) {
+  const Outcome outcome = runOnTerminal(in("set"), 34);
+  EXPECT_EQ(outcome.status, 0);
+  std::size_t length = 0;
+  for (const char c : outcome.output.substr(0, outcome.output.find('\n'))) {
+    length = c == '\r' ? 0 : length + 1;
+    EXPECT_LE(length, 34U);
+  }
+  EXPECT_THAT(outcome.output, HasSubstr("2 of 2"));
+}
+
+TEST_F(SoundTool, WritesPlainLinesElsewhere) {
+  const Outcome outcome = run("$TOOL --only vorn17 --only vorn19 " + in("set"));
+  EXPECT_THAT(outcome.output, Not(HasSubstr("\r")));
+  EXPECT_THAT(outcome.output, HasSubstr("Making sounds: 2 of 2\n2 sounds in " + in("set") + "\n"));
+}
+
+}  // namespace
+}  // namespace vorn::sounds
