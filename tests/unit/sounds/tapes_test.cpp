@@ -17,6 +17,11 @@
 #include "synth/loudness.h"
 
 namespace vorn::sounds {
+
+void PrintTo(const EngineTape& tape, std::ostream* out) {
+  *out << tape.name;
+}
+
 namespace {
 
 using test::Heard;
@@ -69,13 +74,13 @@ class EngineTapes : public testing::TestWithParam<EngineTape> {
 
 TEST_P(EngineTapes, RiseInPitch) {
   std::vector<double> pitches;
-  for (int revs = 0; revs <= 100; revs += 2) pitches.push_back(pitch(revs));
+  for (int revs = 0; revs <= 100; revs += 4) pitches.push_back(pitch(revs));
   EXPECT_LE(test::deepestFall(test::smoothed(pitches)), 0.015);
-  EXPECT_GE(pitches.back() / pitches[1], 2.4);
+  EXPECT_GE(pitches.back() / pitches.front(), 2.4);
 }
 
 TEST_P(EngineTapes, FollowTheirLaw) {
-  for (int revs = 10; revs <= 94; revs += 6) {
+  for (int revs = 10; revs <= 94; revs += 12) {
     const double middle = revs + 0.1 * kRate * 2 / GetParam().step;
     EXPECT_NEAR(pitch(revs) / pitchAt(GetParam(), middle), 1, 0.025) << revs;
   }
@@ -106,10 +111,11 @@ TEST_P(EngineTapes, KeepTheirLoudness) {
 }
 
 TEST_P(EngineTapes, LeaveTheCuesTheirBand) {
-  if (GetParam().name == "vorn34") GTEST_SKIP() << "the turbine's whine may enter it";
+  // The whine of the turbine may rise into it, no more.
+  const double lowest = GetParam().name == "vorn34" ? 3500 : 1700;
   for (const double revs : {5.0, 30.0, 60.0, 100.0}) {
     const Signal sound = from(revs, 0.2);
-    const Signal above = synth::steepHighpass(synth::steepHighpass(sound, kRate, 1700), kRate, 1700);
+    const Signal above = synth::steepHighpass(synth::steepHighpass(sound, kRate, lowest), kRate, lowest);
     EXPECT_LT(test::decibels(test::meanSquare(above) / test::meanSquare(sound)), -22) << revs;
   }
 }

@@ -19,6 +19,10 @@ struct Wall {
   double likenessAllowed;
 };
 
+void PrintTo(const Wall& wall, std::ostream* out) {
+  *out << wall.name;
+}
+
 class Walls : public testing::TestWithParam<Wall> {
  protected:
   Signal sound_ = test::hearSound(GetParam().name).signal();
