@@ -97,7 +97,10 @@ bool restartEngine(GameState& g) {
   do {
     readRaceDevice(g);
     g.platform.yield();
-    if (isEscapeAsked(g)) return false;
+    if (isEscapeAsked(g)) {
+      stopOneShot(g);  // or it would run on in the menu
+      return false;
+    }
     const bool isGas = g.inputDevice == kJoystick ? g.joyGasBrake < 0 : isKeyDown(g, g.keyMapGas);
     if (isGas) g.oneShotBuffer->Stop();
   } while (g.oneShotBuffer.isPlaying());

@@ -1,6 +1,7 @@
 #include "support/game_rig.h"
 
 #include <map>
+#include <stdexcept>
 
 #include "input/control_maps.h"
 #include "sound/loading.h"
@@ -11,6 +12,7 @@ namespace vorn {
 namespace {
 
 constexpr int kFramesOfAnyOther = 2205;
+constexpr std::int64_t kLongestMs = 3'600'000;
 
 // Half a second and more where a test looks at something while it sounds, and
 // beyond the largest play position where positions are set.
@@ -57,7 +59,8 @@ HeadlessOptions GameRig::silentOptions() {
 }
 
 GameRig::GameRig(Wheel wheel, const HeadlessOptions& options)
-    : platform_(withController(options, wheel), connections()),
+    : script_(*this),
+      platform_(withController(options, wheel), connections()),
       startTicks_(options.tickCount),
       g(platform_),
       events_(g) {
@@ -65,7 +68,6 @@ GameRig::GameRig(Wheel wheel, const HeadlessOptions& options)
       {.get = [this](std::string_view name) { return getField(g, name); },
        .set = [this](std::string_view name, double value) { return setField(g, name, value); }});
   platform_.setEventReceiver(&events_);
-  script_.state = &g;
   switchEverythingOn(g);
   jhk(g);
   g.directSound = platform_.createSoundDevice();
@@ -90,8 +92,9 @@ GameRig::~GameRig() {
 }
 
 std::optional<std::string> GameRig::Script::nextLine() {
+  if (rig.now() > kLongestMs) throw std::runtime_error("the procedure does not end");
   if (lines.empty() && player) {
-    std::string statement = player(*state);
+    std::string statement = player(rig.g);
     if (!statement.empty()) return statement;
   }
   if (lines.empty()) return "wait 1";

@@ -45,6 +45,8 @@ class GameRig {
   /// Carries one statement out now; a millisecond passes.
   void does(const std::string& statement);
 
+  // A procedure that has not ended after an hour ends with an exception.
+
   /// Calls `procedure`; returns the milliseconds that passed in it.
   std::int64_t timed(const Procedure& procedure);
   /// Calls `procedure`; returns what was traced in it, as `describe` puts it.
@@ -61,11 +63,12 @@ class GameRig {
 
  private:
   struct Script : ScriptSource {
+    explicit Script(const GameRig& owner) : rig(owner) {}
     std::optional<std::string> nextLine() override;
     std::string name() const override { return "test"; }
     std::deque<std::string> lines;
     Player player;
-    const GameState* state = nullptr;
+    const GameRig& rig;
   };
 
   HeadlessConnections connections();
