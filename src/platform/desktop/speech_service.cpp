@@ -9,7 +9,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 5s;
 constexpr auto kLongestLook = 100ms;  ///< more between two looks is time in which the program did not run
 constexpr auto kRoomAfter = 10ms;     ///< a full stream is asked again
 
@@ -27,8 +26,8 @@ bool Watchdog::isStuck(std::uint64_t progress, Time now) {
   return idleFor_ >= patience_;
 }
 
-SpeechService::SpeechService(EspeakSynth& synth, VoiceStream& stream)
-    : synth_(synth), stream_(stream), watchdog_(kPatience), worker_([this] { work(); }) {}
+SpeechService::SpeechService(EspeakSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
+    : synth_(synth), stream_(stream), watchdog_(patience), worker_([this] { work(); }) {}
 
 SpeechService::~SpeechService() {
   {

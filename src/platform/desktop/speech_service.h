@@ -38,8 +38,9 @@ class Watchdog {
 
 class SpeechService {
  public:
-  /// Neither is owned.
-  SpeechService(EspeakSynth& synth, VoiceStream& stream);
+  /// Neither is owned. `patience`: how long speech may make no sound though it should.
+  SpeechService(EspeakSynth& synth, VoiceStream& stream,
+                std::chrono::milliseconds patience = std::chrono::seconds(5));
   ~SpeechService();
   SpeechService(const SpeechService&) = delete;
   SpeechService& operator=(const SpeechService&) = delete;
@@ -48,9 +49,8 @@ class SpeechService {
   void say(const std::string& text, const SpeechSettings& settings);
   /// Silences everything at once.
   void purge();
-  /// True from `say` on until the last sample has been heard. A voice that makes
-  /// no sound for 5 s though it should is given up: silenced, and said to be so on
-  /// standard error.
+  /// True from `say` on until the last sample has been heard. When patience is at
+  /// its end speech is given up: silenced, and said to be so on standard error.
   bool isSpeaking();
 
  private:

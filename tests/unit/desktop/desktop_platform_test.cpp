@@ -1,0 +1,327 @@
+#include "platform/desktop/desktop_platform.h"
+
+#include <SDL.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ctime>
+#include <map>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "support/wav_maker.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+/// Environment variables of one test; afterwards they are as before.
+class Environment {
+ public:
+  ~Environment() {
+    for (const auto& [name, value] : before_) {
+      value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
+    }
+  }
+  void set(const std::string& name, const std::string& value) {
+    remember(name);
+    setenv(name.c_str(), value.c_str(), 1);
+  }
+  void unset(const std::string& name) {
+    remember(name);
+    unsetenv(name.c_str());
+  }
+
+ private:
+  void remember(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    before_.try_emplace(name, value == nullptr ? std::nullopt : std::optional<std::string>(value));
+  }
+  std::map<std::string, std::optional<std::string>> before_;
+};
+
+struct Recorder : EventReceiver {
+  void Form_KeyDown(int virtualKeyCode, int shiftState) override {
+    keys.push_back(virtualKeyCode);
+    shifts.push_back(shiftState);
+  }
+  void DirectXEvent8_DXCallback(int) override {}
+  std::vector<int> keys, shifts;
+};
+
+/// SDL without screen and loudspeakers; its disk driver plays at the pace of a clock.
+class DesktopPlatformTest : public testing::Test {
+ protected:
+  DesktopPlatformTest() {
+    environment.set("SDL_VIDEODRIVER", "dummy");
+    environment.set("SDL_AUDIODRIVER", "disk");
+    environment.set("SDL_DISKAUDIOFILE", "/dev/null");
+    folder.write("vorn9.wav", makeWav(2205));
+    options.folder = folder.path();
+    options.answerBoxes = true;
+  }
+  Platform& platform() {
+    if (!platform_) {
+      platform_ = makeDesktopPlatform(options);
+      platform_->setEventReceiver(&recorder);
+    }
+    return *platform_;
+  }
+  void press(SDL_Scancode place, SDL_Keycode sign, bool repeated = false) {
+    SDL_Event event{};
+    event.type = SDL_KEYDOWN;
+    event.key.keysym = {place, sign, KMOD_NUM | KMOD_LSHIFT, 0};
+    event.key.repeat = repeated ? 1 : 0;
+    SDL_PushEvent(&event);
+  }
+  void askToClose() {
+    SDL_Event event{};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+  }
+  void reopen() { platform_.reset(); }
+
+  Environment environment;
+  TemporaryFolder folder;
+  DesktopOptions options;
+  Recorder recorder;
+
+ private:
+  std::unique_ptr<Platform> platform_;
+};
+
+TEST_F(DesktopPlatformTest, SoundsOfTheFolderPlayInTheirTime) {
+  auto device = platform().createSoundDevice();
+  device->SetCooperativeLevel(2);
+  auto buffer = device->CreateSoundBufferFromFile("markBuffer", "VORN9.wav", 224);
+  EXPECT_EQ(buffer->dataBytes(), 4410);
+  EXPECT_EQ(buffer->GetFrequency(), 22050);
+  const auto start = steady_clock::now();
+  buffer->Play(0);
+  while (buffer->GetStatus() == SoundBuffer::kPlaying && steady_clock::now() < start + 10s) {
+    platform().yield();
+  }
+  EXPECT_EQ(buffer->GetStatus(), 0);
+  EXPECT_GT(steady_clock::now() - start, 80ms);
+}
+
+TEST_F(DesktopPlatformTest, ASoundThatCannotBeLoadedIsAFailedCallThatNamesIt) {
+  auto device = platform().createSoundDevice();
+  folder.write("vorn1.wav", "not a sound");
+  for (const std::string name : {"vorn1.wav", "vorn2.wav", ".wav", ""}) {
+    try {
+      device->CreateSoundBufferFromFile("engineBuffer", name, 224);
+      ADD_FAILURE() << name;
+    } catch (const PlatformError& error) {
+      EXPECT_THAT(error.what(), testing::HasSubstr(name));
+    }
+  }
+}
+
+TEST_F(DesktopPlatformTest, TheVoiceSpeaksInItsTimeAndCaptionsShowIt) {
+  std::ostringstream captions;
+  options.captions = &captions;
+  auto voice = platform().createVoice();
+  EXPECT_GT(voice->GetVoices().size(), 100U);
+  const auto start = steady_clock::now();
+  voice->Speak(" Exit Game. ", speak_flags::kSynchronous);
+  EXPECT_GT(steady_clock::now() - start, 400ms);
+  EXPECT_LT(steady_clock::now() - start, 5s);
+  EXPECT_EQ(captions.str(), " Exit Game. \n");
+}
+
+TEST_F(DesktopPlatformTest, OpenedAgainTheVoiceStillSpeaks) {
+  for (int i = 0; i < 3; ++i) {
+    platform().createVoice()->Speak("one", speak_flags::kSynchronous);
+    reopen();
+  }
+}
+
+TEST_F(DesktopPlatformTest, KeysArriveAtYieldsOnceAPress) {
+  platform().yield(0);
+  press(SDL_SCANCODE_RETURN, SDLK_RETURN);
+  press(SDL_SCANCODE_RETURN, SDLK_RETURN, true);
+  press(SDL_SCANCODE_A, SDLK_a);
+  press(SDL_SCANCODE_AUDIOMUTE, SDLK_AUDIOMUTE);
+  EXPECT_TRUE(recorder.keys.empty());
+  platform().yield(0);
+  EXPECT_EQ(recorder.keys, (std::vector<int>{13, 65}));
+  EXPECT_EQ(recorder.shifts, (std::vector<int>{1, 1}));
+}
+
+TEST_F(DesktopPlatformTest, ASynchronousTextDeliversNothingButKeepsIt) {
+  auto voice = platform().createVoice();
+  platform().yield(0);
+  press(SDL_SCANCODE_ESCAPE, SDLK_ESCAPE);
+  voice->Speak("one", speak_flags::kSynchronous);
+  EXPECT_TRUE(recorder.keys.empty());
+  platform().yield(0);
+  EXPECT_EQ(recorder.keys, (std::vector<int>{27}));
+}
+
+TEST_F(DesktopPlatformTest, NobodyNeedListen) {
+  platform().setEventReceiver(nullptr);
+  press(SDL_SCANCODE_RETURN, SDLK_RETURN);
+  EXPECT_NO_THROW(platform().yield(0));
+}
+
+TEST_F(DesktopPlatformTest, TheFirstRequestToCloseIsThrownOnceTheSecondEndsTheProgram) {
+  platform().yield(0);
+  askToClose();
+  EXPECT_THROW(platform().yield(0), WindowClosed);
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_NO_THROW(platform().yield());
+  }
+  askToClose();
+  EXPECT_THROW(platform().yield(0), ProgramEnd);
+}
+
+TEST_F(DesktopPlatformTest, DuringTheShutdownARequestToCloseEndsTheProgram) {
+  platform().enterShutdown();
+  askToClose();
+  try {
+    platform().yield(0);
+    ADD_FAILURE();
+  } catch (const ProgramEnd& end) {
+    EXPECT_EQ(end.exitStatus, 0);
+  }
+}
+
+TEST_F(DesktopPlatformTest, ARequestToCloseCutsASynchronousText) {
+  auto voice = platform().createVoice();
+  platform().yield(0);
+  askToClose();
+  const auto start = steady_clock::now();
+  voice->Speak("one two three four five six seven eight nine ten eleven twelve", speak_flags::kSynchronous);
+  EXPECT_LT(steady_clock::now() - start, 2s);
+  EXPECT_THROW(platform().yield(0), WindowClosed);
+}
+
+TEST_F(DesktopPlatformTest, AYieldWaitsAsLongAsItMayButForAnEvent) {
+  platform().yield(0);
+  const std::int32_t start = platform().tickCount();
+  platform().yield(99);
+  EXPECT_GE(platform().tickCount() - start, 99);
+  const auto before = steady_clock::now();
+  for (int i = 0; i < 200; ++i) {
+    platform().yield(0);
+  }
+  EXPECT_LT(steady_clock::now() - before, 1s);
+  std::thread presser([this] {
+    std::this_thread::sleep_for(50ms);
+    press(SDL_SCANCODE_RETURN, SDLK_RETURN);
+  });
+  const auto waiting = steady_clock::now();
+  platform().yield(5000);
+  presser.join();
+  EXPECT_LT(steady_clock::now() - waiting, 3s);
+  EXPECT_EQ(recorder.keys, (std::vector<int>{13}));
+}
+
+TEST_F(DesktopPlatformTest, TheClocksAreThoseOfTheMachine) {
+  const std::int32_t ticks = platform().tickCount();
+  const auto start = steady_clock::now();
+  std::this_thread::sleep_for(30ms);
+  const auto passed =
+      std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - start).count();
+  EXPECT_NEAR(platform().tickCount() - ticks, static_cast<double>(passed), 20);
+
+  const std::time_t now = std::time(nullptr);
+  const std::tm local = *std::localtime(&now);
+  const Date today = platform().today();
+  EXPECT_EQ(today.year, local.tm_year + 1900);
+  EXPECT_EQ(today.month, local.tm_mon + 1);
+  EXPECT_EQ(today.day, local.tm_mday);
+  EXPECT_NEAR(platform().secondsSinceMidnight(), local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec, 2);
+}
+
+TEST_F(DesktopPlatformTest, AnsweredBoxesGoToStandardError) {
+  platform().yield(0);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(platform().messageBox("First line.\rSecond line."), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "First line.\nSecond line.\n");
+}
+
+TEST_F(DesktopPlatformTest, ALauncherThatCannotBeStartedIsAFailedCall) {
+  EXPECT_THROW(platform().startProgram("arcadehub.exe", 3), PlatformError);
+  folder.write("arcadehub.exe", "no program");
+  EXPECT_THROW(platform().startProgram("arcadehub.exe", 3), PlatformError);
+}
+
+TEST_F(DesktopPlatformTest, ChanceDiffersFromRunToRun) {
+  std::set<double> firsts;
+  for (int i = 0; i < 3; ++i) {
+    platform().reseedRandom();
+    const double number = platform().randomFraction();
+    EXPECT_GE(number, 0);
+    EXPECT_LT(number, 1);
+    firsts.insert(number);
+  }
+  EXPECT_EQ(firsts.size(), 3U);
+}
+
+TEST_F(DesktopPlatformTest, FilesAreThoseOfTheFolder) {
+  platform().files().write("vorn1ops.cfg", "1\r\n");
+  EXPECT_EQ(folder.read("vorn1ops.cfg"), "1\r\n");
+  EXPECT_EQ(platform().files().find("VORN9.WAV"), "vorn9.wav");
+}
+
+TEST_F(DesktopPlatformTest, TheOtherVoiceIsSaidNotToBeThere) {
+  options.speech = SpeechChoice::kSpeechDispatcher;
+  EXPECT_THROW(platform(), PlatformError);
+}
+
+/// A machine without screen and loudspeakers, whatever this one has.
+class BareMachineTest : public DesktopPlatformTest {
+ protected:
+  BareMachineTest() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"}) {
+      environment.unset(name);
+    }
+    environment.set("HOME", folder.path().string());
+    environment.set("PULSE_SERVER", "unix:/nonexistent");
+    environment.set("PIPEWIRE_REMOTE", "nonexistent");
+    environment.set("ALSA_CONFIG_PATH", "/dev/null");
+    environment.set("JACK_NO_START_SERVER", "1");
+    environment.set("AUDIODEV", "/nonexistent");
+  }
+  /// What is missing, as the player is told.
+  std::string complaint(DesktopUnavailable::Missing expected) {
+    try {
+      platform();
+    } catch (const DesktopUnavailable& error) {
+      EXPECT_EQ(error.missing, expected);
+      return error.what();
+    }
+    return "";
+  }
+};
+
+TEST_F(BareMachineTest, WithoutADisplayItSaysSo) {
+  environment.unset("SDL_VIDEODRIVER");
+  const std::string text = complaint(DesktopUnavailable::Missing::kDisplay);
+  EXPECT_THAT(text, testing::HasSubstr("no display"));
+  EXPECT_THAT(text, testing::HasSubstr("graphical desktop"));
+}
+
+TEST_F(BareMachineTest, WithoutASoundDeviceItSaysSo) {
+  environment.unset("SDL_AUDIODRIVER");
+  const std::string text = complaint(DesktopUnavailable::Missing::kSound);
+  EXPECT_THAT(text, testing::HasSubstr("no sound device"));
+  EXPECT_THAT(text, testing::HasSubstr("sound server"));
+}
+
+TEST_F(BareMachineTest, AfterAFailureItCanBeOpened) {
+  environment.unset("SDL_AUDIODRIVER");
+  EXPECT_THROW(platform(), DesktopUnavailable);
+  environment.set("SDL_AUDIODRIVER", "disk");
+  EXPECT_NO_THROW(platform().yield());
+}
+
+}  // namespace
+}  // namespace vorn
