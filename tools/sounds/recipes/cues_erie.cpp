@@ -81,7 +81,7 @@ Audio hornpipe(const Recording& recording) {
       return synth::reed(noise, canvas.rate(),
                          {.seconds = 0.86 * seconds,
                           .hertz = hertz,
-                          .beating = 0.011 * hertz,
+                          .beating = 6.5,
                           .bright = bright,
                           .attack = 0.012,
                           .release = 0.03});
