@@ -53,6 +53,7 @@ int list(const std::vector<const Recipe*>& recipes) {
 }
 
 int check(const std::vector<const Recipe*>& recipes, const std::string& folder) {
+  if (!std::filesystem::is_directory(folder)) throw std::runtime_error("there is no folder " + folder);
   int wrong = 0;
   for (const Recipe* recipe : recipes) {
     const std::string file = soundFileName(recipe->name);

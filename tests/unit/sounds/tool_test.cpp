@@ -112,9 +112,12 @@ TEST_F(SoundTool, ChecksAFolder) {
 }
 
 TEST_F(SoundTool, MissesAFile) {
-  const Outcome outcome = run("$TOOL --check " + in("nowhere") + " --only vorn3");
+  const Outcome outcome = run("$TOOL --check " + in("") + " --only vorn3");
   EXPECT_NE(outcome.status, 0);
   EXPECT_THAT(outcome.output, HasSubstr("vorn3.wav: cannot be opened"));
+  const Outcome nowhere = run("$TOOL --check " + in("nowhere"));
+  EXPECT_NE(nowhere.status, 0);
+  EXPECT_THAT(nowhere.output, HasSubstr("there is no folder " + in("nowhere")));
 }
 
 TEST_F(SoundTool, SaysWhatItDoesNotUnderstand) {

@@ -37,10 +37,13 @@ Audio airHorn(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate(), seconds = canvas.seconds();
   const Contour blow{{0, 0}, {0.012, 1}, {seconds, 0.95}};
+  Noise noise = recording.noise("reeds");
   for (const double hertz : {311.0, 370.0, 466.0}) {
     for (const double detune : {0.9985, 1.0017}) {
       const double note = hertz * detune;
-      canvas.add(saw(rate, seconds, glide({{0, 0.965 * note}, {0.05, note}}), blow));
+      // Not all in step: reeds that start together would sweep like a comb.
+      const double early = noise.between(0, 1 / note);
+      canvas.add(-early, saw(rate, seconds + early, glide({{0, 0.965 * note}, {0.05, note}}), blow));
     }
   }
   Signal sound = highpass(canvas.signal(), rate, 300);

@@ -59,8 +59,10 @@ Signal carAtFullSpeed(const Recording& recording) {
   const Contour revs{{0, 78}, {1.2, 88}, {5, 94}};
   Noise noise = recording.noise("road");
   Signal car = withPeak(stockCar({rate, recording.frames(), revs, recording.noise("engine")}), 1);
-  saturate(car, 3.5);  // unlike on the tape, nothing else has to be heard through it
-  car = highpass(car, rate, 60);
+  // Unlike on the tape nothing has to be heard through it: let it snarl.
+  for (double& value : car) value += 0.35;
+  saturate(car, 6);
+  car = lowpass(peaking(highpass(car, rate, 90), rate, 1500, 1, 6), rate, 4500);
   mixInto(car, bandpass(white(noise, recording.frames()), rate, 2400, 0.5), 0.22);
   return car;
 }
@@ -95,7 +97,7 @@ Signal sting(const Recording& recording) {
   }
   for (std::size_t i = 0; i < kRoll.size(); ++i) {
     const Signal string = plucked(noise, rate, {noteHertz(kRoll[i]), 0.25, 0.1, 0.9});
-    canvas.add(kRollSpacing * static_cast<double>(i), withPeak(string, 0.35));
+    canvas.add(kRollSpacing * static_cast<double>(i), withPeak(highpass(string, rate, 200), 0.35));
   }
   canvas.add(0.9, strike(rate, 2, retuned(bell(), noteHertz(17), 0.8)), 0.22);
   return canvas.signal();
