@@ -170,8 +170,8 @@ void waitForFarewell(GameState& g) {
 }
 
 void leaveToLauncher(GameState& g) {
-  if (g.platform.files().find(kLauncher)) {
-    carryOn([&] { g.platform.startProgram(kLauncher, kMaximised); });
+  if (const auto launcher = g.platform.files().find(kLauncher)) {
+    carryOn([&] { g.platform.startProgram(*launcher, kMaximised); });
   } else if (g.speechVoice) {
     carryOn([&] { say(g, " exiting program "); });
   }
