@@ -211,6 +211,8 @@ TEST(BrakeTape, RunsOverItsEndWithoutAStep) {
   const Signal before = test::stretch(tape, tape.size() - kFrames, kFrames);
   const Signal after = test::stretch(tape, 0, kFrames);
   EXPECT_LE(std::abs(test::decibels(test::meanSquare(before) / test::meanSquare(after))), 3);
+  // The top speed's timbre goes on; the soft low one must not answer a hard brake.
+  EXPECT_NEAR(test::centroid(after, kRate, 6000) / test::centroid(before, kRate, 6000), 1, 0.3);
   double usual = 0;
   for (std::size_t i = 1; i < tape.size(); ++i) usual = std::max(usual, std::abs(tape[i] - tape[i - 1]));
   EXPECT_LE(std::abs(tape.front() - tape.back()), usual);

@@ -221,7 +221,7 @@ Audio expansionJoint(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("slap");
   for (const auto& [moment, hertz, force] : {std::array{0.0, 140.0, 1.0}, std::array{kAxles, 100.0, 0.9}}) {
-    canvas.add(moment, thump(canvas.rate(), 1.5 * hertz, hertz, 0.08), force);
+    canvas.add(moment, thump(canvas.rate(), 1.5 * hertz, hertz, 0.08), 0.6 * force);
     canvas.add(moment, burst(noise, canvas.rate(), 1200, 1.2, 0.0005, 0.035), 3 * force);
     canvas.add(moment, strike(canvas.rate(), 0.05, retuned(wood(), 430, 0.5)), 0.7 * force);
   }
