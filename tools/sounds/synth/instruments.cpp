@@ -38,6 +38,13 @@ Signal play(Noise& noise, double rate, const Note& note, stk::Instrmnt& instrume
   return signal;
 }
 
+/// An instrument whose delay line is made for a lowest note.
+template <typename Instrument>
+Signal stringOrPipe(Noise& noise, double rate, const Note& note) {
+  Instrument instrument(kLowestNote);
+  return play(noise, rate, note, instrument);
+}
+
 }  // namespace
 
 void tuneToolkit(double rate) {
@@ -46,23 +53,19 @@ void tuneToolkit(double rate) {
 }
 
 Signal plucked(Noise& noise, double rate, const Note& note) {
-  stk::Plucked instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Plucked>(noise, rate, note);
 }
 
 Signal mandolin(Noise& noise, double rate, const Note& note) {
-  stk::Mandolin instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Mandolin>(noise, rate, note);
 }
 
 Signal bowed(Noise& noise, double rate, const Note& note) {
-  stk::Bowed instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Bowed>(noise, rate, note);
 }
 
 Signal flute(Noise& noise, double rate, const Note& note) {
-  stk::Flute instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Flute>(noise, rate, note);
 }
 
 Signal bottle(Noise& noise, double rate, const Note& note) {
@@ -71,13 +74,11 @@ Signal bottle(Noise& noise, double rate, const Note& note) {
 }
 
 Signal brass(Noise& noise, double rate, const Note& note) {
-  stk::Brass instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Brass>(noise, rate, note);
 }
 
 Signal saxophone(Noise& noise, double rate, const Note& note) {
-  stk::Saxofony instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
+  return stringOrPipe<stk::Saxofony>(noise, rate, note);
 }
 
 Signal bar(Noise& noise, double rate, Bar kind, const Note& note, double hardness) {
