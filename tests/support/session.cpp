@@ -22,7 +22,7 @@ const std::string kMenuListens = "wait 550\n";
 /// A prompt first forgets the keys so far.
 const std::string kPromptListens = "wait 20\n";
 
-using Turn = std::variant<std::string, Driver>;
+using Turn = std::variant<std::string, Driver, std::function<void()>>;
 
 TickReport tickOf(const TraceLine& line) {
   TickReport tick{};
@@ -89,6 +89,10 @@ class Player : public ScriptSource {
       add(*statements);
       return false;
     }
+    if (const auto* happens = std::get_if<std::function<void()>>(&turn)) {
+      (*happens)();
+      return false;
+    }
     isDriving_ = isDriving_ ? drive(std::get<Driver>(turn)) : takeWheel();
     if (isDriving_) add("wait tick or " + std::to_string(kLookAgainMs));
     return isDriving_;
@@ -146,6 +150,11 @@ Session& Session::script(const std::string& statements) {
 
 Session& Session::drive(Driver driver) {
   turns_.emplace_back(std::move(driver));
+  return *this;
+}
+
+Session& Session::meanwhile(std::function<void()> happens) {
+  turns_.emplace_back(std::move(happens));
   return *this;
 }
 

@@ -43,6 +43,8 @@ class Session {
   Session& script(const std::string& statements);
   /// Then the driver has the controls.
   Session& drive(Driver driver);
+  /// Then something happens behind the program's back, between two statements.
+  Session& meanwhile(std::function<void()> happens);
   /// Carries out what has been asked for since the last run, from the start of
   /// the program to its end or the end of the script. Returns its trace, good until the next run.
   const TraceRecord& run();
@@ -52,7 +54,7 @@ class Session {
   const std::string& diagnostics() const { return diagnostics_; }  ///< what went to standard error
 
  private:
-  std::deque<std::variant<std::string, Driver>> turns_;
+  std::deque<std::variant<std::string, Driver, std::function<void()>>> turns_;
   TraceRecord trace_;
   int exitStatus_ = -1;
   std::string diagnostics_;
