@@ -42,7 +42,8 @@ TEST(DamagedFiles, EveryEntryStillOpens) {
        "tap Up\ntap Enter\nwait say for the wall sound?\nwait 20\ntap X\ntap Y\ntap Enter\ntap Enter\ntap "
        "Enter\ntap Enter\n"},
       {" change car engine sound ",
-       "wait say  car engine number 1 \nwait 20\ntap Up\ntap Enter\nwait say  Is this \nwait 20\ntap X\ntap Y\n"},
+       "wait say  car engine number 1 \nwait 20\ntap Up\ntap Enter\nwait say  Is this \nwait 20\ntap X\ntap "
+       "Y\n"},
   };
   for (const auto& [entry, script] : entries) {
     SCOPED_TRACE(entry);

@@ -78,6 +78,13 @@ TEST(TrackDescriptions, AnyKeyStopsADescriptionAtOnce) {
   }
 }
 
+TEST(TrackDescriptions, TheMenuListensAPauseAfterADescription) {
+  Dialogue dialogue(" reed track descriptions ");
+  // 0.3 s of this dialogue and 0.2 s of the menu: a key pressed before they are over is not heard.
+  EXPECT_EQ(dialogue.play(keys("Enter") + "wait 500\n" + keys("X") + "wait 240\n" + keys("Down")),
+            taken() + kQuestion + described(1));
+}
+
 TEST(TrackDescriptions, AKeyThatMeansNothingIsSpokenAndTheChoiceIsTheFirstTrackAgain) {
   Dialogue dialogue(" reed track descriptions ");
   EXPECT_EQ(dialogue.play(keys("Down X Down F1 Down Escape Y N Enter X")),

@@ -244,6 +244,12 @@ TEST(ChangeEngine, TheQuestionTakesTheseKeys) {
                 taken(" no ") + taken(" yes ") + taken());
 }
 
+TEST(ChangeEngine, TheNumberComesAfterAPause) {
+  Dialogue dialogue(" change car engine sound ");
+  dialogue.play(kEngineListens + keys("Enter") + kEngineHeard + keys("Enter"));
+  EXPECT_EQ(dialogue.moments()[1] - dialogue.moments()[0], 60 * 7 + 201) << "after the words have been said";
+}
+
 TEST(ChangeEngine, TheSampleIsHeardToItsEnd) {
   Dialogue dialogue(" change car engine sound ");
   dialogue.play(kEngineListens + keys("Enter") + kEngineHeard + keys("Enter"), kEverything);

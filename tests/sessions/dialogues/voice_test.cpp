@@ -326,6 +326,14 @@ TEST(AdjustVolume, EachStepOfTheSoundsPlaysTheSampleToItsEnd) {
           kSampleReleased + kSaved);
 }
 
+TEST(AdjustVolume, ASampleComesAfterTheWord) {
+  Dialogue dialogue(" adjust volume ");
+  dialogue.play(keys("Enter") + kSoundsListen + "tap Down\nwait 5000\ntap Enter\n", kEverything);
+  const auto& ms = dialogue.moments();
+  const size_t word = 1 + 1 + kSampleHeard.size() + 1 + 2;
+  EXPECT_EQ(ms[word + 1] - ms[word], 3 + 201) << "the keys are forgotten, and 0.2 s";
+}
+
 TEST(AdjustVolume, AKeyDuringTheSampleIsHandledAtOnce) {
   Dialogue dialogue(" adjust volume ");
   const Told told = dialogue.play(
