@@ -5,7 +5,6 @@
 
 #include "groups.h"
 #include "synth/filter.h"
-#include "synth/instruments.h"
 #include "synth/materials.h"
 #include "synth/tones.h"
 

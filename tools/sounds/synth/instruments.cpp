@@ -1,14 +1,7 @@
 #include "instruments.h"
 
-#include <stk/BlowBotl.h>
-#include <stk/Bowed.h>
-#include <stk/Brass.h>
-#include <stk/Flute.h>
-#include <stk/Mandolin.h>
-#include <stk/ModalBar.h>
 #include <stk/NRev.h>
 #include <stk/Plucked.h>
-#include <stk/Saxofony.h>
 #include <stk/Shakers.h>
 #include <stk/Stk.h>
 
@@ -17,7 +10,7 @@
 namespace vorn::synth {
 namespace {
 
-constexpr double kLowestNote = 50;  // hertz; sets the length of the toolkit's delay lines
+constexpr double kLowestNote = 50;  // hertz; sets the length of the string
 
 /// The toolkit's noise sources seed `rand` from the time when they are made,
 /// so the seed is set once the instrument stands.
@@ -38,13 +31,6 @@ Signal play(Noise& noise, double rate, const Note& note, stk::Instrmnt& instrume
   return signal;
 }
 
-/// An instrument whose delay line is made for a lowest note.
-template <typename Instrument>
-Signal stringOrPipe(Noise& noise, double rate, const Note& note) {
-  Instrument instrument(kLowestNote);
-  return play(noise, rate, note, instrument);
-}
-
 }  // namespace
 
 void tuneToolkit(double rate) {
@@ -53,38 +39,7 @@ void tuneToolkit(double rate) {
 }
 
 Signal plucked(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Plucked>(noise, rate, note);
-}
-
-Signal mandolin(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Mandolin>(noise, rate, note);
-}
-
-Signal bowed(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Bowed>(noise, rate, note);
-}
-
-Signal flute(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Flute>(noise, rate, note);
-}
-
-Signal bottle(Noise& noise, double rate, const Note& note) {
-  stk::BlowBotl instrument;
-  return play(noise, rate, note, instrument);
-}
-
-Signal brass(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Brass>(noise, rate, note);
-}
-
-Signal saxophone(Noise& noise, double rate, const Note& note) {
-  return stringOrPipe<stk::Saxofony>(noise, rate, note);
-}
-
-Signal bar(Noise& noise, double rate, Bar kind, const Note& note, double hardness) {
-  stk::ModalBar instrument;
-  instrument.setPreset(static_cast<int>(kind));
-  instrument.setStickHardness(hardness);
+  stk::Plucked instrument(kLowestNote);
   return play(noise, rate, note, instrument);
 }
 
