@@ -46,13 +46,6 @@ TickReport tickOf(const TraceLine& line) {
   return tick;
 }
 
-/// Links rather than copies: a set is 14 MB, and tests are many.
-void linkSounds(const TemporaryFolder& folder) {
-  for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
-    fs::create_symlink(sound.path(), folder.path() / sound.path().filename());
-  }
-}
-
 /// Sounds that one test has read serve the next.
 std::shared_ptr<RecordingCache> sharedRecordings() {
   static const auto recordings = std::make_shared<RecordingCache>();
@@ -138,6 +131,12 @@ class Player : public ScriptSource {
 };
 
 }  // namespace
+
+void linkSounds(const TemporaryFolder& folder) {
+  for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
+    fs::create_symlink(sound.path(), folder.path() / sound.path().filename());
+  }
+}
 
 Session::Session() {
   linkSounds(folder);

@@ -60,6 +60,9 @@ class Session {
   std::string diagnostics_;
 };
 
+/// Puts links to the sounds into `folder`: a set is 14 MB, and tests are many.
+void linkSounds(const TemporaryFolder& folder);
+
 // Scripts that lead to where a test begins. Times are those after which the game listens.
 
 /// From the start of the program to where the main menu takes keys.

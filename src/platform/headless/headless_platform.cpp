@@ -3,6 +3,7 @@
 #include <iostream>
 #include <utility>
 
+#include "platform/headless/espeak_speaker.h"
 #include "platform/headless/virtual_devices.h"
 #include "platform/headless/virtual_sound.h"
 #include "platform/headless/virtual_voice.h"
@@ -12,18 +13,24 @@ namespace {
 
 constexpr const char* kControllerIdentifier = "virtual controller";
 
+std::unique_ptr<Speaker> makeSpeaker(const HeadlessOptions& options, Render* render) {
+  if (options.speech == HeadlessSpeech::kEspeak)
+    return std::make_unique<EspeakSpeaker>(options.voices, render);
+  return std::make_unique<SilentSpeaker>(options.voices);
+}
+
 }  // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options, const HeadlessConnections& connections)
-    : speaker_(options.voices),
-      world_(options, connections.trace, speaker_),
+    : render_(connections.render == nullptr ? nullptr : std::make_unique<Render>(*connections.render)),
+      speaker_(makeSpeaker(options, render_.get())),
+      world_(options, connections.trace, *speaker_),
       diagnostics_(connections.diagnostics != nullptr ? *connections.diagnostics : std::cerr),
       script_(world_, connections.script, diagnostics_),
       random_(options.seed) {
   world_.recordings = connections.recordings ? connections.recordings : std::make_shared<RecordingCache>();
-  if (connections.render != nullptr) {
-    render_ = std::make_unique<Render>(*connections.render);
-    world_.render = render_.get();
+  world_.render = render_.get();
+  if (render_) {
     world_.clock.onAdvance([this](std::int64_t milliseconds) { render_->advance(milliseconds); });
   }
 }

@@ -62,8 +62,8 @@ class HeadlessPlatform : public Platform {
   void doYield(int atMostMs) override;
   void notifyOfController();
 
-  SilentSpeaker speaker_;
-  std::unique_ptr<Render> render_;
+  std::unique_ptr<Render> render_;  ///< null: nobody listens
+  std::unique_ptr<Speaker> speaker_;
   World world_;
   std::ostream& diagnostics_;
   ScriptRunner script_;

@@ -74,10 +74,33 @@ std::unique_ptr<RenderSink> openRenderSink(const std::string& path) {
   return std::make_unique<RawSink>(path);
 }
 
+void Render::speak(int rate, std::span<const std::int16_t> samples) {
+  speechRate_ = rate;
+  speech_.insert(speech_.end(), samples.begin(), samples.end());
+}
+
+void Render::silence() {
+  speech_.clear();
+  mixer_.voice().cancel();
+}
+
+void Render::feedVoice() {
+  std::array<std::int16_t, 1024> piece;
+  while (!speech_.empty()) {
+    const std::size_t count = std::min(piece.size(), speech_.size());
+    std::copy_n(speech_.begin(), count, piece.begin());
+    VoiceStream& voice = mixer_.voice();
+    const std::size_t taken = voice.write(voice.ticket(), speechRate_, {piece.data(), count});
+    if (taken == 0) return;
+    speech_.erase(speech_.begin(), speech_.begin() + static_cast<std::ptrdiff_t>(taken));
+  }
+}
+
 void Render::advance(std::int64_t milliseconds) {
   std::array<float, 2 * kFramesPerMs> mixed;
   std::array<std::int16_t, 2 * kFramesPerMs> samples;
   for (; milliseconds > 0; --milliseconds) {
+    feedVoice();
     mixer_.render(mixed.data(), kFramesPerMs);
     std::transform(mixed.begin(), mixed.end(), samples.begin(), sample16);
     sink_.write(samples);

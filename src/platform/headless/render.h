@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <span>
 #include <string>
@@ -33,12 +34,19 @@ class Render {
   explicit Render(RenderSink& sink) : sink_(sink) {}
 
   Mixer& mixer() { return mixer_; }
+  /// Appends `samples`, mono, `rate` hertz (the same for all), to what is being said.
+  void speak(int rate, std::span<const std::int16_t> samples);
+  void silence();  ///< what is being said ends here
   void advance(std::int64_t milliseconds);
   void flush() { sink_.flush(); }
 
  private:
+  void feedVoice();
+
   RenderSink& sink_;
   Mixer mixer_;
+  int speechRate_ = 0;
+  std::deque<std::int16_t> speech_;  ///< what the mixer had no room for yet
 };
 
 }  // namespace vorn

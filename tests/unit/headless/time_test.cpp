@@ -146,11 +146,13 @@ TEST_F(HeadlessTime, TheProgramMayEndBeforeItsScript) {
 }
 
 TEST_F(HeadlessTime, NothingIsTracedAfterTheEnd) {
+  HeadlessPlatform platform(options, {nullptr, &trace, nullptr, &diagnostics, nullptr});
   std::unique_ptr<Voice> voice;
-  run("wait 3", [&](HeadlessPlatform& p) {
-    voice = p.createVoice();
-    p.yield();
+  platform.run([&] {
+    voice = platform.createVoice();
+    return 0;
   });
+  voice.reset();
   EXPECT_EQ(trace.lines().back().at("ev"), "end");
 }
 
