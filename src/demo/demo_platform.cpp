@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "demo/demo_driver.h"
+#include "platform/forwarding_platform.h"
 #include "platform/key_codes.h"
 #include "platform/windows1252.h"
 
@@ -102,25 +103,19 @@ class DemoWheel : public ControllerDevice {
   DemoInput& input_;
 };
 
-class DemoPlatform : public Platform, private EventReceiver {
+class DemoPlatform : public ForwardingPlatform, private EventReceiver {
  public:
   DemoPlatform(Platform& inner, std::ostream& captions)
-      : inner_(inner), captions_(captions), files_(inner.files()) {
-    inner_.setEventReceiver(this);
+      : ForwardingPlatform(inner), captions_(captions), files_(inner.files()) {
+    inner.setEventReceiver(this);
   }
-  ~DemoPlatform() override { inner_.setEventReceiver(nullptr); }
+  ~DemoPlatform() override { inner().setEventReceiver(nullptr); }
 
-  std::int32_t tickCount() override { return inner_.tickCount(); }
-  double secondsSinceMidnight() override { return inner_.secondsSinceMidnight(); }
-  Date today() override { return inner_.today(); }
-  void setCaption(const std::string& caption) override { inner_.setCaption(caption); }
   void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
-  int messageBox(const std::string& text) override { return inner_.messageBox(text); }
   void enterShutdown() override {
     isInShutdown_ = true;
-    inner_.enterShutdown();
+    inner().enterShutdown();
   }
-  std::unique_ptr<SoundDevice> createSoundDevice() override { return inner_.createSoundDevice(); }
   std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
     return std::make_unique<DemoKeyboard>(input_);
   }
@@ -129,17 +124,15 @@ class DemoPlatform : public Platform, private EventReceiver {
     return std::make_unique<DemoWheel>(input_);
   }
   std::unique_ptr<Voice> createVoice() override {
-    auto voice = std::make_unique<OverheardVoice>(inner_.createVoice(), input_.driver, captions_);
+    auto voice = std::make_unique<OverheardVoice>(inner().createVoice(), input_.driver, captions_);
     voice_ = voice.get();
     return voice;
   }
   Files& files() override { return files_; }
   void startProgram(const std::string&, int) override {}
-  double randomFraction() override { return inner_.randomFraction(); }
-  void reseedRandom() override { inner_.reseedRandom(); }
   void carTicked(const TickReport& report) override {
     input_.driver.watch(report);
-    inner_.carTicked(report);
+    inner().carTicked(report);
   }
 
  private:
@@ -148,12 +141,12 @@ class DemoPlatform : public Platform, private EventReceiver {
   void DirectXEvent8_DXCallback(int) override {}
 
   void doYield(int atMostMs) override {
-    inner_.yield(atMostMs);
+    inner().yield(atMostMs);
     if (isInShutdown_) return;
     if (std::exchange(isStopAsked_, false)) throw WindowClosed();
     const bool isQuiet = !voice_ || voice_->RunningState() != Voice::kSpeaking;
     const DemoControls before = input_.controls;
-    input_.controls = input_.driver.act(static_cast<std::uint32_t>(inner_.tickCount()), isQuiet);
+    input_.controls = input_.driver.act(static_cast<std::uint32_t>(tickCount()), isQuiet);
     if (!receiver_) return;
     const Key* key = input_.controls.keyDown;
     if (key && key != before.keyDown) receiver_->Form_KeyDown(key->virtualKeyCode, 0);
@@ -162,7 +155,6 @@ class DemoPlatform : public Platform, private EventReceiver {
     }
   }
 
-  Platform& inner_;
   std::ostream& captions_;
   ReadOnlyFiles files_;
   DemoInput input_;
