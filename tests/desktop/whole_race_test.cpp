@@ -1,0 +1,258 @@
+// A whole race at the desktop, played as a blind player plays it: real keys into
+// the real window, guided by nothing but what the game says. What came out of the
+// sound device is recorded and listened to.
+// Runs within with_desktop.sh --record.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "desktop/key_presser.h"
+#include "support/program.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr double kFramesPerSecond = 48000;
+constexpr int kBytesPerFrame = 4;
+constexpr double kBeforeCaption = 0.3;  // seconds of silence to begin with, for the recogniser
+
+std::vector<std::string> words(const std::string& command) {
+  std::istringstream in(command);
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+/// What the sound device has played so far.
+class Recording {
+ public:
+  Recording() : file_(std::getenv("VORN_RECORDING")) {}
+
+  /// Seconds recorded by now.
+  double now() const { return static_cast<double>(fs::file_size(file_)) / kBytesPerFrame / kFramesPerSecond; }
+
+  /// Root mean square of both channels together, 0 .. 1.
+  double level(double from, double seconds) const {
+    std::ifstream in(file_, std::ios::binary);
+    in.seekg(static_cast<std::streamoff>(from * kFramesPerSecond) * kBytesPerFrame);
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(seconds * kFramesPerSecond) * 2);
+    in.read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(samples.size() * 2));
+    double sum = 0;
+    for (const std::int16_t sample : samples) sum += sample / 32768.0 * (sample / 32768.0);
+    return std::sqrt(sum / static_cast<double>(samples.size()));
+  }
+
+  /// Which of `sentences` a speech recogniser hears.
+  std::string recognise(double from, double seconds, const std::string& sentences,
+                        const TemporaryFolder& folder) const {
+    const std::string wav = folder.path() / "said.wav";
+    const std::string grammar = folder.path() / "said.jsgf";
+    folder.write("said.jsgf", "#JSGF V1.0;\ngrammar said;\npublic <said> = " + sentences + ";\n");
+    const Finished cut = runProgram(words("sox -t raw -r 48000 -c 2 -e signed -b 16 " + file_ +
+                                          " -r 16000 -c 1 " + wav + " trim " + std::to_string(from) + " " +
+                                          std::to_string(seconds) + " norm -6 pad 0.3 0.4"));
+    if (cut.exitStatus != 0) return cut.errors;
+    const Finished heard = runProgram(words("pocketsphinx_continuous -infile " + wav + " -jsgf " + grammar +
+                                            " -beam 1e-80 -wbeam 1e-60 -pbeam 1e-80 -logfn /dev/null"));
+    return heard.output;
+  }
+
+ private:
+  std::string file_;
+};
+
+/// Plays by what is said, as captions tell it.
+class Player {
+ public:
+  explicit Player(const fs::path& folder)
+      : game_({VORN_PROGRAM, "--captions", "--speech", "espeak", "--folder", folder.string()}) {}
+
+  /// The next text that contains `part`; throws where it does not come in time.
+  std::string waitFor(const std::string& part, int seconds = 20) {
+    std::string heardMeanwhile;
+    while (const auto text = game_.readLine(seconds * 1000)) {
+      if (text->find(part) != std::string::npos) return *text;
+      heardMeanwhile += *text + "\n";
+    }
+    throw std::runtime_error("never heard \"" + part + "\" but:\n" + heardMeanwhile);
+  }
+
+  /// Presses a key when a person would: after a moment, and not too briefly.
+  void answer(const std::string& key) {
+    rest(600);
+    keys.tap(key, 120);
+  }
+
+  std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
+  void rest(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+  int waitForEnd() { return game_.waitForEnd(); }
+
+  KeyPresser keys;
+
+ private:
+  LiveProgram game_;
+};
+
+/// Keeps the car on the road by its spoken position alone. Every turn of this track
+/// pushes to the right, so the middle that is aimed at lies left of the middle.
+class Driver {
+ public:
+  explicit Driver(Player& player) : player_(player) {}
+
+  /// Drives until something is said that is no position; returns that.
+  std::string driveToTheEnd(int longestSeconds) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(longestSeconds);
+    player_.keys.press("RightCtrl");  // held, it is answered again and again
+    while (std::chrono::steady_clock::now() < end) {
+      const auto text = player_.hear(4000);
+      if (!text) {
+        restart();
+      } else if (text->find_first_not_of("0123456789") == std::string::npos) {
+        steer(std::stoi(*text));
+      } else {
+        hold("");
+        player_.keys.release("RightCtrl");
+        return *text;
+      }
+    }
+    return "the race did not end in time";
+  }
+
+  int crashes() const { return crashes_; }
+
+ private:
+  void steer(int position) {
+    constexpr double kLookAhead = 0.7;  // of the way between two positions
+    constexpr double kAim = 42;
+    constexpr double kNearEnough = 3;
+    const double expected = position + kLookAhead * (position - lastPosition_) - kAim;
+    lastPosition_ = position;
+    hold(expected > kNearEnough ? "Left" : expected < -kNearEnough ? "Right" : "");
+  }
+
+  // After a crash the position is no longer answered.
+  void restart() {
+    ++crashes_;
+    hold("");
+    player_.keys.tap("Space");
+    player_.rest(500);
+    player_.keys.tap("End", 300);
+    player_.rest(500);
+    player_.keys.tap("Up", 200);
+    lastPosition_ = 50;
+  }
+
+  void hold(const std::string& key) {
+    if (key == held_) return;
+    if (!held_.empty()) player_.keys.release(held_);
+    if (!key.empty()) player_.keys.press(key);
+    held_ = key;
+  }
+
+  Player& player_;
+  std::string held_;
+  double lastPosition_ = 50;
+  int crashes_ = 0;
+};
+
+void linkSounds(const TemporaryFolder& folder) {
+  for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
+    fs::copy_file(sound.path(), folder.path() / sound.path().filename());
+  }
+}
+
+TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
+  const TemporaryFolder folder;
+  linkSounds(folder);
+  // No marks of speed and no gears, so that every number heard is a position.
+  folder.write("vorn1ops.cfg", "1\r\n2\r\n2\r\n1\r\n2\r\n1\r\n");
+  const Recording recording;
+  Player player(folder.path());
+
+  player.waitFor(" Select. Exit Game. ");
+  player.answer("Up");
+  EXPECT_EQ(player.waitFor("Game."), " Start Game. ");
+  const double menu = recording.now() - kBeforeCaption;
+  player.rest(2500);
+  EXPECT_THAT(recording.recognise(menu, 2.5, "start game | exit game | stop game | change voice", folder),
+              StartsWith("start game"));
+  player.answer("Enter");
+  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
+  player.answer("Enter");
+  player.waitFor(" Welcome to the Maple Leaf Try Oval Track ");
+  player.waitFor(" Enter the number of laps that you wish to run. ");
+  player.answer("1");
+  player.waitFor("1");
+  player.answer("Enter");
+  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
+  player.answer("Enter");
+
+  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  const double call = recording.now() - kBeforeCaption;
+  player.rest(4500);
+  EXPECT_THAT(recording.recognise(
+                  call, 3.4,
+                  "ladies and gentlemen start your engines | ladies and gentlemen stop your engines | "
+                  "go to main menu | enter the number of laps that you wish to run",
+                  folder),
+              StartsWith("ladies and gentlemen start your engines"));
+  player.keys.press("End");
+  player.waitFor(" 10 ", 10);
+  player.keys.release("End");
+  const double idling = recording.now();
+  player.waitFor(" 1 ");
+  player.rest(1300);
+  player.keys.press("LeftCtrl");
+  player.keys.tap("Up", 150);
+  player.rest(1500);
+  const double racing = recording.now();
+
+  Driver driver(player);
+  const std::string result = driver.driveToTheEnd(400);
+  player.keys.release("LeftCtrl");
+  EXPECT_THAT(result, StartsWith(" Your time for 1 lap on the Maple Leaf Tri Oval Track is, "));
+  EXPECT_THAT(result, HasSubstr(" Which sets a new record! "));
+  EXPECT_LE(driver.crashes(), 2);
+
+  player.waitFor(" Enter your name as the new record holder. ");
+  player.answer("A");
+  player.waitFor("a");
+  player.answer("Enter");
+  player.waitFor(" Is a correct, for the new record holder? yes ");
+  player.answer("Enter");
+  player.waitFor(" Select, repeat race time ");
+  player.answer("Up");
+  player.waitFor(" Exit game ");
+  player.answer("Enter");
+  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  player.waitFor(" exiting program ");
+  EXPECT_EQ(player.waitForEnd(), 0);
+
+  EXPECT_EQ(folder.read("vorn1maple0001.rec").size(), 26u + 4 * 1);
+  EXPECT_THAT(folder.read("vorn1records.txt"), HasSubstr("By a\r\n"));
+  EXPECT_THAT(folder.read("vorn1log.txt"), HasSubstr(" Which sets a new record! \r\n"));
+  // The engine at full gas drowns what was heard while it idled.
+  EXPECT_GT(recording.level(racing, 2), 0.02);
+  EXPECT_GT(recording.level(racing, 2), 1.2 * recording.level(idling + 2.0, 2));
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,280 @@
+// The real window, keyboard and sound device. To be run on a desktop that is its
+// own: with_desktop.sh --record FILE window_test.
+
+#include <SDL.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <numbers>
+#include <thread>
+
+#include "platform/desktop/desktop_platform.h"
+#include "support/temporary_folder.h"
+#include "support/wav_maker.h"
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+/// Has xdotool do something with mouse or keyboard.
+void xdotool(const std::string& command) {
+  ASSERT_EQ(std::system(("xdotool " + command).c_str()), 0) << command;
+}
+
+std::string outputOf(const std::string& command) {
+  std::string text;
+  FILE* pipe = popen(("xdotool " + command).c_str(), "r");
+  for (int c = 0; (c = std::fgetc(pipe)) != EOF;) {
+    text += static_cast<char>(c);
+  }
+  pclose(pipe);
+  return text;
+}
+
+// Keys that xdotool must be given by their place, for it would press others along with them.
+constexpr const char* kRightShift = "62";
+constexpr const char* kRightCtrl = "105";
+
+struct Recorder : EventReceiver {
+  void Form_KeyDown(int virtualKeyCode, int) override { keys.push_back(virtualKeyCode); }
+  void DirectXEvent8_DXCallback(int) override {}
+  std::vector<int> keys;
+};
+
+/// Another window that takes the focus.
+class OtherWindow {
+ public:
+  OtherWindow() : window_(SDL_CreateWindow("other", 0, 0, 100, 100, 0)) {}
+  ~OtherWindow() { SDL_DestroyWindow(window_); }
+  void take() { SDL_SetWindowInputFocus(window_); }
+
+ private:
+  SDL_Window* window_;
+};
+
+class WindowTest : public testing::Test {
+ protected:
+  WindowTest() {
+    folder.write("vorn1.wav", makeWav(22050, {}, [](int frame) {
+                   return 0.5 * std::sin(2 * std::numbers::pi * 1000 * frame / 22050);
+                 }));
+    DesktopOptions options;
+    options.folder = folder.path();
+    platform = makeDesktopPlatform(options);
+    platform->setEventReceiver(&recorder);
+    platform->setCaption("Test of the window");
+    EXPECT_TRUE(yieldUntil([] { return SDL_GetKeyboardFocus() != nullptr; })) << "the window gets no focus";
+    window = outputOf("getwindowfocus");
+    window.pop_back();  // the line's end
+  }
+  std::string captionSeenFromOutside() const { return outputOf("getwindowname " + window); }
+  /// As Ctrl-C in the terminal does; a window manager's request comes as the same event.
+  static void askToClose() { kill(getpid(), SIGINT); }
+  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 10s) {
+    const auto end = steady_clock::now() + limit;
+    while (!condition()) {
+      if (steady_clock::now() > end) {
+        return false;
+      }
+      platform->yield(5);
+    }
+    return true;
+  }
+  void yieldFor(std::chrono::milliseconds time) {
+    yieldUntil([] { return false; }, time);
+  }
+  /// The loudest sample that the sound server has been given for some `ms` from now on.
+  double loudness(int ms) {
+    const char* file = std::getenv("VORN_RECORDING");
+    EXPECT_NE(file, nullptr) << "nobody listens";
+    std::ifstream recording(file, std::ios::binary | std::ios::ate);
+    const auto start = recording.tellg() / 4 * 4;
+    yieldFor(std::chrono::milliseconds(ms));
+    recording.clear();
+    recording.seekg(start);
+    int loudest = 0;
+    for (std::int16_t sample; recording.read(reinterpret_cast<char*>(&sample), 2);) {
+      loudest = std::max(loudest, std::abs(static_cast<int>(sample)));
+    }
+    return loudest / 32768.0;
+  }
+  /// The engine, in a loop.
+  std::unique_ptr<SoundBuffer> engine() {
+    auto buffer = platform->createSoundDevice()->CreateSoundBufferFromFile("engineBuffer", "vorn1.wav", 224);
+    buffer->Play(1);
+    return buffer;
+  }
+
+  TemporaryFolder folder;
+  Recorder recorder;
+  std::unique_ptr<Platform> platform;
+  std::string window;  ///< as the X server numbers it
+};
+
+TEST_F(WindowTest, HasTheCaption) {
+  EXPECT_EQ(captionSeenFromOutside(), "Test of the window\n");
+  platform->setCaption("Another one");
+  platform->yield();
+  EXPECT_EQ(captionSeenFromOutside(), "Another one\n");
+}
+
+TEST_F(WindowTest, KeysArriveInTheOrderOfTheirPresses) {
+  xdotool("key Up Down Return Escape a 7 F1");
+  EXPECT_TRUE(yieldUntil([this] { return recorder.keys.size() >= 7; }));
+  EXPECT_EQ(recorder.keys, (std::vector<int>{38, 40, 13, 27, 65, 55, 112}));
+}
+
+TEST_F(WindowTest, AHeldKeyArrivesOnceAndIsDownUntilReleased) {
+  auto keyboard = platform->createKeyboardDevice();
+  keyboard->SetCommonDataFormat(1);
+  keyboard->SetCooperativeLevel(kBackgroundNonExclusive);
+  keyboard->Acquire();
+  constexpr int kUp = 200;
+  EXPECT_EQ(keyboard->GetDeviceStateKeyboard()[kUp], 0);
+  xdotool("keydown Up");
+  yieldFor(1200ms);  // X repeats after 660 ms
+  EXPECT_EQ(recorder.keys, (std::vector<int>{38}));
+  EXPECT_NE(keyboard->GetDeviceStateKeyboard()[kUp], 0);
+  xdotool("keyup Up");
+  EXPECT_TRUE(yieldUntil([&] { return keyboard->GetDeviceStateKeyboard()[kUp] == 0; }));
+  EXPECT_EQ(keyboard->GetDeviceStateKeyboard(), KeyboardState{});
+}
+
+TEST_F(WindowTest, LeftAndRightAreToldApartWhereARaceNeedsIt) {
+  auto keyboard = platform->createKeyboardDevice();
+  xdotool(std::string("keydown ") + kRightShift + " keydown " + kRightCtrl);
+  EXPECT_TRUE(yieldUntil([this] { return recorder.keys.size() >= 2; }));
+  EXPECT_EQ(recorder.keys, (std::vector<int>{16, 17}));
+  const KeyboardState state = keyboard->GetDeviceStateKeyboard();
+  EXPECT_NE(state[54], 0);
+  EXPECT_NE(state[157], 0);
+  EXPECT_EQ(state[42], 0);
+  EXPECT_EQ(state[29], 0);
+  xdotool(std::string("keyup ") + kRightShift + " keyup " + kRightCtrl);
+  yieldFor(100ms);
+}
+
+TEST_F(WindowTest, ATapOfSixtyMillisecondsIsSeenByQuickReading) {
+  auto keyboard = platform->createKeyboardDevice();
+  std::thread tapper([] { xdotool("keydown x sleep 0.06 keyup x"); });
+  bool seen = false;
+  yieldUntil([&] {
+    for (int i = 0; i < 255; ++i) {
+      seen |= keyboard->GetDeviceStateKeyboard()[45] != 0;
+      platform->yield(0);
+    }
+    return seen;
+  });
+  tapper.join();
+  EXPECT_TRUE(seen);
+}
+
+TEST_F(WindowTest, AKeyPressedDuringASynchronousTextArrivesAfterIt) {
+  auto voice = platform->createVoice();
+  auto keyboard = platform->createKeyboardDevice();
+  std::thread presser([] {
+    std::this_thread::sleep_for(200ms);
+    xdotool("keydown Escape");
+  });
+  voice->Speak(" Ladies and Gentlemen. ", speak_flags::kSynchronous);
+  presser.join();
+  EXPECT_TRUE(recorder.keys.empty());
+  EXPECT_NE(keyboard->GetDeviceStateKeyboard()[1], 0) << "the state is fresh";
+  platform->yield(0);
+  EXPECT_EQ(recorder.keys, (std::vector<int>{27}));
+  xdotool("keyup Escape");
+  yieldFor(100ms);
+}
+
+TEST_F(WindowTest, SoundsAndVoiceAreHeard) {
+  EXPECT_LT(loudness(200), 0.001);
+  auto buffer = engine();
+  yieldFor(300ms);
+  EXPECT_NEAR(loudness(300), 0.5, 0.03);
+  buffer.reset();
+  yieldFor(300ms);
+  EXPECT_LT(loudness(200), 0.001);
+  auto voice = platform->createVoice();
+  voice->Speak(" Exit Game. ", speak_flags::kQueue);
+  EXPECT_GT(loudness(700), 0.1);
+}
+
+TEST_F(WindowTest, WithoutTheFocusGameSoundsAreMuteTheVoiceIsNotAndKeysGoElsewhere) {
+  auto buffer = engine();
+  yieldFor(300ms);
+  EXPECT_GT(loudness(100), 0.4);
+  {
+    OtherWindow other;
+    yieldFor(100ms);
+    other.take();
+    yieldFor(500ms);
+    EXPECT_LT(loudness(200), 0.001);
+    EXPECT_EQ(buffer->GetStatus(), SoundBuffer::kPlaying);
+    platform->createVoice()->Speak(" one two ", speak_flags::kSynchronous);
+    auto voice = platform->createVoice();
+    voice->Speak(" one two three four ", speak_flags::kQueue);
+    EXPECT_GT(loudness(700), 0.1);
+    yieldUntil([&] { return voice->RunningState() != Voice::kSpeaking; });
+  }
+  xdotool("windowfocus " + window);
+  yieldFor(500ms);
+  EXPECT_GT(loudness(200), 0.4);
+}
+
+TEST_F(WindowTest, APurgedVoiceFallsSilent) {
+  auto voice = platform->createVoice();
+  voice->Speak(" one two three four five six seven eight nine ten ", speak_flags::kQueue);
+  yieldFor(600ms);
+  voice->Speak("", speak_flags::kPurge);
+  EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
+  yieldFor(200ms);  // what the sound server and the recorder hold back
+  EXPECT_LT(loudness(200), 0.001);
+}
+
+TEST_F(WindowTest, ClosingIsAskedForOnce) {
+  askToClose();
+  EXPECT_THROW(yieldFor(5s), WindowClosed);
+  EXPECT_NO_THROW(yieldFor(100ms));
+  askToClose();
+  EXPECT_THROW(yieldFor(5s), ProgramEnd);
+}
+
+TEST_F(WindowTest, AMessageBoxWaitsForItsAnswer) {
+  std::string shown;
+  std::thread player([&] {
+    std::this_thread::sleep_for(500ms);
+    shown = captionSeenFromOutside();
+    xdotool("key Up Return");
+  });
+  const auto start = steady_clock::now();
+  EXPECT_EQ(platform->messageBox("First line.\rSecond line."), 1);
+  player.join();
+  EXPECT_GT(steady_clock::now() - start, 400ms);
+  EXPECT_THAT(shown, testing::StartsWith("First line."));
+  yieldFor(200ms);
+  EXPECT_TRUE(recorder.keys.empty()) << "the box's keys are not the game's";
+  EXPECT_EQ(captionSeenFromOutside(), "Test of the window\n");
+}
+
+TEST_F(WindowTest, ClosingTheWindowAnswersTheBoxToo) {
+  std::thread player([] {
+    std::this_thread::sleep_for(300ms);
+    askToClose();
+  });
+  platform->messageBox("First line.");
+  player.join();
+  EXPECT_THROW(yieldFor(5s), WindowClosed);
+}
+
+}  // namespace
+}  // namespace vorn
