@@ -1,0 +1,40 @@
+/// One lap of a track in a session of its own, with a driver at the controls.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "support/session.h"
+
+namespace vorn {
+
+enum class Device { kWheel, kKeys };
+
+/// Statements after a tick, one a line; they may hold "end".
+using TickDriver = std::function<std::string(const TickReport&)>;
+
+class OneRace {
+ public:
+  /// Drives track 1 .. 10 from the main menu to its results, or to the driver's "end".
+  OneRace(int track, Device device, const TickDriver& driver);
+
+  const TraceRecord& trace() const { return session_.trace(); }
+  const std::vector<TickReport>& ticks() const { return ticks_; }
+  int exitStatus() const { return session_.exitStatus(); }
+  const std::string& diagnostics() const { return session_.diagnostics(); }
+  bool isFinished() const { return trace().said(" Your time for "); }
+  double raceTime() const;  ///< seconds
+  /// The segments in the order in which they were driven; pit road is 0.
+  std::vector<int> segments() const;
+  /// Base names of what a buffer was filled with, in order.
+  std::vector<std::string> filesOf(const std::string& buffer) const;
+
+  Session& session() { return session_; }
+
+ private:
+  Session session_;
+  std::vector<TickReport> ticks_;
+};
+
+}  // namespace vorn

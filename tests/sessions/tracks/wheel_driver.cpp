@@ -1,0 +1,76 @@
+#include "sessions/tracks/wheel_driver.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vorn {
+namespace {
+
+constexpr Skill kSkill{.entryStep = 6.3,
+                       .changeStep = 6.3,
+                       .buildUp = 0,
+                       .topStep = 6.3,
+                       .drift = 45,
+                       .slowing = 3.3,
+                       .jumpSpeed = 115};
+
+constexpr double kAxisPerStep = 1500;
+constexpr double kFullStep = 6.67;
+constexpr double kWorthSteering =
+    3.4;                             // lateral units; smaller corrections cost more speed than they are worth
+constexpr double kHarshBraking = 2;  // mph above the wanted speed at which the brake comes in
+constexpr double kUpShiftAt[] = {0, 76, 126, 176, 1000};
+constexpr double kDownShiftBelow = 8;  // mph below the end of the next lower gear
+
+std::string line(const std::string& statement) {
+  return statement + "\n";
+}
+
+}  // namespace
+
+int gasAxis(double speed, int gear) {
+  const double gas = (speed - 50 * (gear - 1)) / 4;  // of 20
+  return -static_cast<int>(std::lround(std::clamp(gas, 1.0, 20.0) * 485)) - (gas >= 20 ? 300 : 0);
+}
+
+int gearFor(double speed, int gear) {
+  while (gear < 4 && speed > kUpShiftAt[gear]) ++gear;
+  while (gear > 1 && speed < kUpShiftAt[gear - 1] - kDownShiftBelow) --gear;
+  return gear;
+}
+
+WheelDriver::WheelDriver(const Track& track) : road_(track, kSkill) {}
+
+std::string WheelDriver::steer(const Sight& sight) {
+  const Sight next = road_.pushed(sight);
+  const double off = road_.line(next.segment == sight.segment ? next : sight) - next.lateralPosition;
+  double step = std::clamp(off, -kFullStep, kFullStep);
+  if (std::fabs(step) < kWorthSteering) step = 0;
+  return line("axis X " +
+              std::to_string(static_cast<int>(std::clamp(step * kAxisPerStep, -10000.0, 10000.0))));
+}
+
+std::string WheelDriver::pedal(const Sight& sight) {
+  int axis = gasAxis(wantedSpeed_, std::max(sight.gear, 1));
+  if (sight.speed > wantedSpeed_) axis = sight.speed > wantedSpeed_ + kHarshBraking ? 10000 : 0;
+  return line("axis Y " + std::to_string(axis));
+}
+
+std::string WheelDriver::shift(const Sight& sight) {
+  if (isShifting_) {
+    isShifting_ = false;
+    return "button 8 up\nbutton 9 up\n";
+  }
+  const int wanted = gearFor(sight.speed, sight.gear);
+  if (wanted == sight.gear || sight.gear == 0) return "";
+  isShifting_ = true;
+  return wanted > sight.gear ? "button 8 down\n" : "button 9 down\n";
+}
+
+std::string WheelDriver::after(const TickReport& tick) {
+  const Sight sight = road_.sightAfter(tick);
+  wantedSpeed_ = road_.speedLimit(sight);
+  return steer(sight) + pedal(sight) + shift(sight);
+}
+
+}  // namespace vorn
