@@ -1,5 +1,5 @@
 // The cues of the tracks as a driver hears them: never two alike on a track,
-// each above engine and walls, and in time with its place.
+// each above engine and walls, all as loud as their place asks.
 
 #include <gtest/gtest.h>
 
@@ -45,6 +45,17 @@ std::vector<Cue> allCues() {
   for (int number = 1; number <= kCues; ++number) {
     const Heard heard = hearSound(nameOf(number));
     cues.push_back({number, static_cast<double>(heard.rate), heard.signal()});
+  }
+  return cues;
+}
+
+/// The same at the rate of the mix.
+std::vector<Cue> allCuesForTheMix() {
+  std::vector<Cue> cues = allCues();
+  for (Cue& cue : cues) {
+    if (cue.rate == kRate) continue;
+    cue.loop = synth::resampled(cue.loop, cue.rate, kRate);
+    cue.rate = kRate;
   }
   return cues;
 }
@@ -134,6 +145,7 @@ TEST(Cues, AreAsLoudAsTheirPlaceOnTheTracksAsks) {
 
 // --- Where engines leave room
 
+// Measured: 0.31 (cow), 0.35 (jaw harp), 0.36 (door bell); half of the cues above 0.57.
 TEST(Cues, HaveTheirStrengthWhereEnginesLeaveRoom) {
   for (const Cue& cue : allCues()) {
     EXPECT_GE(hearing::shareBetween(hearing::spectrogramOf(cue.loop, cue.rate, 0.025, 0.01), 1200, 5000),
@@ -142,29 +154,13 @@ TEST(Cues, HaveTheirStrengthWhereEnginesLeaveRoom) {
   }
 }
 
-/// How much of the movement of the loudness (0.75 to 30 times a second) happens
-/// between two speeds.
-double movementBetween(const Cue& cue, double lowHertz, double highHertz) {
-  constexpr double kHop = 0.01;
-  Signal envelope;
-  for (const auto& frame : hearing::spectrogramOf(cue.loop, cue.rate, 0.025, kHop).frames) {
-    double power = 0;
-    for (const double value : frame) power += value;
-    envelope.push_back(std::sqrt(power));
-  }
-  const std::size_t once = envelope.size();
-  while (envelope.size() < 1200) envelope.insert(envelope.end(), envelope.begin(), envelope.begin() + once);
-  const auto spectrum =
-      hearing::spectrogramOf(envelope, 1 / kHop, static_cast<double>(envelope.size()) * kHop, 1e9);
-  const std::vector<double> bands =
-      hearing::bandPowers(spectrum.frames.front(), spectrum.binHertz, {0.75, lowHertz, highHertz, 30});
-  return bands[1] / (bands[0] + bands[1] + bands[2]);
-}
-
 // The engine's tape is set back every 99 to 110 ms. Highest share measured:
-// 0.11 (the second harmonic of a chair lift's 5.4 clanks); noise has 0.07.
+// 0.13 (twice the 5.4 clanks a second of the chair lift), then 0.10; noise has 0.07.
 TEST(Cues, DoNotBeatWithTheEnginesFlutter) {
-  for (const Cue& cue : allCues()) EXPECT_LE(movementBetween(cue, 9, 11), 0.14) << nameOf(cue.number);
+  for (const Cue& cue : allCues()) {
+    const std::vector<double> powers = hearing::movement(cue.loop, cue.rate, {0.75, 9, 11, 30});
+    EXPECT_LE(powers[1] / (powers[0] + powers[1] + powers[2]), 0.14) << nameOf(cue.number);
+  }
 }
 
 // --- Told apart
@@ -227,12 +223,11 @@ void expectDistinct(const Prints& prints, double onTrack, double neighbours) {
     const Pair nearest = nearestOn(*track, prints), inARow = nearestNeighboursOn(*track, prints);
     EXPECT_GE(nearest.distance, onTrack) << track->name << ": " << testing::PrintToString(nearest);
     EXPECT_GE(inARow.distance, neighbours) << track->name << ": " << testing::PrintToString(inARow);
-    if (std::getenv("SHOW"))
-      printf("%-20s %s   %s\n", track->name, testing::PrintToString(nearest).c_str(),
-             testing::PrintToString(inARow).c_str());
   }
 }
 
+// Nearest on each track, in shares of the median of all pairs: 0.46 (Erie: grapes
+// and swimmers) to 0.66; nearest in a row 0.64 to 0.85.
 TEST(Cues, AreDistinctOnEachTrack) {
   std::map<int, Fingerprint> raw;
   for (const Cue& cue : allCues()) raw[cue.number] = hearing::fingerprintOf(cue.loop, cue.rate);
@@ -241,17 +236,17 @@ TEST(Cues, AreDistinctOnEachTrack) {
 
 /// The cue as heard in the race: some decibels down, over the din.
 Signal inTheMix(const Cue& cue, const Signal& din, double decibels, std::size_t from) {
-  const Signal loop = cue.rate == kRate ? cue.loop : synth::resampled(cue.loop, cue.rate, kRate);
   Signal mix = din;
-  for (std::size_t i = 0; i < mix.size(); ++i)
-    mix[i] += synth::gainOf(decibels) * loop[(from + i) % loop.size()];
+  const double gain = synth::gainOf(decibels);
+  for (std::size_t i = 0; i < mix.size(); ++i) mix[i] += gain * cue.loop[(from + i) % cue.loop.size()];
   return mix;
 }
 
+// Nearest 0.48 (Chardon: organ and song) to 0.76; in a row 0.65 to 0.90.
 TEST(Cues, StayDistinctInTheMix) {
   const Din din(engineTape("vorn1"), 60, "vorn16");
   std::map<int, Fingerprint> raw;
-  for (const Cue& cue : allCues())
+  for (const Cue& cue : allCuesForTheMix())
     raw[cue.number] = hearing::fingerprintOf(inTheMix(cue, din.sound(), -6, 0), kRate);
   expectDistinct(printsOf(raw), 0.35, 0.6);
 }
@@ -290,13 +285,14 @@ int nearest(const std::map<int, std::vector<Fingerprint>>& known, const std::vec
 }
 
 // A driver who has heard each cue a few times knows it again from a second of it.
+// Measured: 9 of 10 and more on each track, each cue at least 6 times of 8.
 TEST(Cues, AreKnownFromASecondInTheMix) {
   constexpr int kHeardBefore = 12, kHeardNow = 8;
   const Din din(engineTape("vorn1"), 60, "vorn16");
   std::mt19937 random(7);
   std::map<int, std::vector<Fingerprint>> before, now;
   std::vector<Fingerprint> all;
-  for (const Cue& cue : allCues()) {
+  for (const Cue& cue : allCuesForTheMix()) {
     before[cue.number] = heardBefore(cue, din.sound(), kHeardBefore, random);
     now[cue.number] = heardBefore(cue, din.sound(), kHeardNow, random);
     all.insert(all.end(), before[cue.number].begin(), before[cue.number].end());
@@ -309,15 +305,15 @@ TEST(Cues, AreKnownFromASecondInTheMix) {
   }
   for (const Track* track : allTracks()) {
     const std::vector<int> cues = cuesOf(*track);
-    int asked = 0, known = 0;
+    int known = 0;
     for (const int cue : cues) {
-      for (const Fingerprint& print : now[cue]) {
-        ++asked;
-        known += nearest(before, cues, print) == cue;
-      }
+      const auto knownOfCue = std::count_if(now[cue].begin(), now[cue].end(), [&](const Fingerprint& print) {
+        return nearest(before, cues, print) == cue;
+      });
+      EXPECT_GE(knownOfCue, 0.7 * kHeardNow) << nameOf(cue) << " on " << track->name;
+      known += static_cast<int>(knownOfCue);
     }
-    EXPECT_GE(known, 0.9 * asked) << track->name;
-    if (std::getenv("SHOW")) printf("%s: %d of %d\n", track->name, known, asked);
+    EXPECT_GE(known, 0.9 * kHeardNow * static_cast<double>(cues.size())) << track->name;
   }
 }
 
@@ -351,32 +347,35 @@ double margin(const Levels& cue, const Levels& din, double attenuation, std::siz
   return margins[rank];
 }
 
-TEST(Cues, StandAboveEveryEngineAndWall) {
-  std::map<int, Levels> cues;
-  for (const Cue& cue : allCues()) cues[cue.number] = levelsOf(cue.loop, cue.rate, 0.9);
-  std::map<std::string, double> low;
+/// The din of every engine at cruise and at full revolutions, between every wall.
+std::map<std::string, Levels> everyDin() {
+  std::map<std::string, Levels> dins;
   for (const EngineTape& tape : engineTapes()) {
     for (const double revs : {60.0, 100.0}) {
       for (const std::string_view wall : kWalls) {
-        const Levels din = levelsOf(Din(tape, revs, wall).sound(), kRate, 0.5);
-        for (const Track* track : allTracks()) {
-          for (const Segment& segment : track->segments) {
-            // Half-way through its segment; a long straight fades in more deeply
-            // and has one band to be heard in.
-            const std::size_t rank = segment.scale >= 30 ? 0 : 1;
-            const double found = margin(cues[segment.cue], din, segment.scale / 2, rank);
-            EXPECT_GE(found, 6) << nameOf(segment.cue) << " on " << track->name << " over " << tape.name
-                                << " at " << revs << " % and " << wall;
-            auto& l =
-                low.try_emplace(nameOf(segment.cue) + " " + std::to_string(segment.scale), 1e9).first->second;
-            l = std::min(l, found);
-          }
-        }
+        const std::string name = std::string(tape.name) + " at " + std::to_string(static_cast<int>(revs)) +
+                                 " % between " + std::string(wall);
+        dins[name] = levelsOf(Din(tape, revs, wall).sound(), kRate, 0.5);
       }
     }
   }
-  if (std::getenv("SHOW"))
-    for (auto& [n, l] : low) printf("%s %.1f\n", n.c_str(), l);
+  return dins;
+}
+
+// Half-way through its segment. A long straight fades in more deeply and has one
+// band to be heard in. Measured: 6.1 dB at the least (jaw harp), half of all above 12.
+TEST(Cues, StandAboveEveryEngineAndWall) {
+  std::map<int, Levels> cues;
+  for (const Cue& cue : allCues()) cues[cue.number] = levelsOf(cue.loop, cue.rate, 0.9);
+  for (const auto& [name, din] : everyDin()) {
+    for (const Track* track : allTracks()) {
+      for (const Segment& segment : track->segments) {
+        const std::size_t rank = segment.scale >= 30 ? 0 : 1;
+        EXPECT_GE(margin(cues[segment.cue], din, segment.scale / 2, rank), 6)
+            << nameOf(segment.cue) << " on " << track->name << " over " << name;
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -92,8 +92,8 @@ Audio handPump(const Recording& recording) {
     const Contour loudness{{0, 0}, {0.05, 0.6}, {0.7 * seconds, 1}, {seconds, 0}};
     canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.6, 0.45, 0.2}, loudness), gain);
   };
-  squeak(0.04, 0.36, 860, 1350, 0.4);
-  squeak(0.86, 0.3, 1300, 900, 0.3);
+  squeak(0.04, 0.36, 1080, 1720, 0.5);
+  squeak(0.86, 0.3, 1650, 1150, 0.4);
   canvas.add(0.44, synth::strike(rate, 0.25, synth::steelPlate(520), 0.0006), 0.9);
   canvas.add(0.44, synth::thump(rate, 190, 110, 0.1), 0.5);
   canvas.add(1.2, synth::strike(rate, 0.25, synth::steelPlate(610), 0.0006), 0.5);

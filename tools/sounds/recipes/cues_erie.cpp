@@ -51,29 +51,29 @@ Audio gulls(const Recording& recording) {
 
 /// Two bars of a hornpipe, long and short by turns, on a squeeze box.
 Audio hornpipe(const Recording& recording) {
-  constexpr std::array kMelody = std::to_array<synth::Written>({{0, 0.66, 10, 1.1},
-                                                                {0.66, 0.34, 8},
-                                                                {1, 0.66, 7, 1.05},
-                                                                {1.66, 0.34, 10},
-                                                                {2, 0.66, 15, 1.1},
-                                                                {2.66, 0.34, 14},
-                                                                {3, 0.66, 12},
-                                                                {3.66, 0.34, 10},
-                                                                {4, 0.66, 12, 1.1},
-                                                                {4.66, 0.34, 8},
-                                                                {5, 0.66, 5, 1.05},
-                                                                {5.66, 0.34, 8},
-                                                                {6, 0.66, 7, 1.1},
-                                                                {6.66, 0.34, 5},
-                                                                {7, 0.9, 3, 1.1}});
-  constexpr std::array kChords = std::to_array<synth::Written>({{0, 0.5, -9},
-                                                                {1, 0.4, 3},
-                                                                {2, 0.5, -9},
-                                                                {3, 0.4, 3},
-                                                                {4, 0.5, -4},
-                                                                {5, 0.4, 0},
-                                                                {6, 0.5, -2},
-                                                                {7, 0.4, -5}});
+  constexpr std::array kMelody = std::to_array<synth::Written>({{0, 0.66, 15, 1.1},
+                                                                {0.66, 0.34, 13},
+                                                                {1, 0.66, 12, 1.05},
+                                                                {1.66, 0.34, 15},
+                                                                {2, 0.66, 20, 1.1},
+                                                                {2.66, 0.34, 19},
+                                                                {3, 0.66, 17},
+                                                                {3.66, 0.34, 15},
+                                                                {4, 0.66, 17, 1.1},
+                                                                {4.66, 0.34, 13},
+                                                                {5, 0.66, 10, 1.05},
+                                                                {5.66, 0.34, 13},
+                                                                {6, 0.66, 12, 1.1},
+                                                                {6.66, 0.34, 10},
+                                                                {7, 0.9, 8, 1.1}});
+  constexpr std::array kChords = std::to_array<synth::Written>({{0, 0.5, -4},
+                                                                {1, 0.4, 8},
+                                                                {2, 0.5, -4},
+                                                                {3, 0.4, 8},
+                                                                {4, 0.5, 1},
+                                                                {5, 0.4, 5},
+                                                                {6, 0.5, 3},
+                                                                {7, 0.4, 0}});
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("bellows");
   const auto squeeze = [&](double bright) {
@@ -87,7 +87,7 @@ Audio hornpipe(const Recording& recording) {
                           .release = 0.03});
     };
   };
-  synth::play(canvas, kMelody, 8, squeeze(0.6));
+  synth::play(canvas, kMelody, 8, squeeze(0.8));
   Canvas below = recording.canvas();
   synth::play(below, kChords, 8, squeeze(0.4));
   canvas.add(below.signal(), 0.4);
@@ -179,9 +179,9 @@ Audio sonar(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate();
   for (int i = 0; i < 3; ++i) {
-    const double hertz = i == 2 ? 1620 : 1500;
-    const Signal ping =
-        synth::sine(rate, 0.5, synth::glide({{0, 1.006 * hertz}, {0.4, hertz}}), synth::ringing(0.006, 0.55));
+    const double hertz = i == 2 ? 1690 : 1400;
+    const Signal ping = synth::harmonics(rate, 0.95, synth::glide({{0, 1.006 * hertz}, {0.4, hertz}}),
+                                         {1, 0.36}, synth::ringing(0.006, 1.0));
     canvas.add(0.05 + i * canvas.seconds() / 3, ping);
   }
   return synth::withEchoes(canvas, 0.27, -10, 3);

@@ -221,7 +221,7 @@ Audio highStriker(const Recording& recording) {
   canvas.add(0.1, synth::harmonics(rate, kRise, height, {1, 0.3, 0.15}, nearing), 0.3);
   const Signal air = synth::white(noise, synth::framesOf(rate, kRise));
   canvas.add(0.1, synth::shaped(synth::bandpass(air, rate, height, 4), rate, nearing), 0.9);
-  canvas.add(0.1 + kRise, synth::strike(rate, 1.2, synth::gong(2050), 0.0003), 0.9);
+  canvas.add(0.1 + kRise, synth::strike(rate, 1.8, synth::retuned(synth::gong(2050), 1, 2), 0.0003), 0.9);
   return canvas.signal();
 }
 

@@ -26,7 +26,7 @@ Audio gasCan(const Recording& recording) {
   Noise noise = recording.noise("gulps");
   const double rate = canvas.rate(), step = canvas.seconds() / 5;
   const Signal pour = synth::bandpass(synth::white(noise, canvas.frames()), rate, 2600, 1.2, canvas.ends());
-  canvas.add(pour, 0.05);
+  canvas.add(pour, 0.12);
   constexpr std::array kPitches{560.0, 600.0, 530.0, 640.0};
   for (std::size_t i = 0; i < kPitches.size(); ++i) {
     const double at = 0.03 + static_cast<double>(i) * step + 0.02 * noise.next();

@@ -157,22 +157,22 @@ Audio grandfatherClock(const Recording& recording) {
   const double rate = canvas.rate();
   constexpr int kBeats = 6;
   for (int i = 0; i < kBeats; ++i) {
-    const double at = 0.04 + i * canvas.seconds() / kBeats;
-    const double hertz = i % 2 == 0 ? 1750 : 1180;
+    const double at = 0.055 + i * canvas.seconds() / kBeats;
+    const double hertz = i % 2 == 0 ? 1950 : 1420;
     canvas.add(at, synth::strike(rate, 0.12, synth::woodBlock(hertz), 0.0003), i % 2 == 0 ? 1 : 0.9);
-    canvas.add(at + 0.006, synth::burst(noise, rate, 3900, 1.5, 0.0004, 0.02), 0.5);
-    canvas.add(at, synth::strike(rate, 0.25, {{310, 1, 0.12}, {520, 0.6, 0.09}}, 0.002), 0.35);
+    canvas.add(at + 0.006, synth::burst(noise, rate, 3900, 1.5, 0.0004, 0.03), 0.8);
+    canvas.add(at, synth::strike(rate, 0.25, {{310, 1, 0.12}, {520, 0.6, 0.09}}, 0.002), 0.2);
   }
   canvas.add(0.3,
              synth::strike(rate, 3,
-                           {{440, 0.3, 2.4},
-                            {880, 1, 2.2},
-                            {882, 0.4, 2.1},
-                            {1764, 0.55, 1.2},
-                            {2420, 0.45, 0.8},
-                            {3560, 0.25, 0.4}},
+                           {{440, 0.15, 2.4},
+                            {880, 0.6, 2.0},
+                            {881.2, 0.3, 1.9},
+                            {1850, 0.9, 1.6},
+                            {2590, 0.9, 1.3},
+                            {3560, 0.6, 0.7}},
                            0.0012),
-             0.11);
+             0.16);
   return synth::inRoom(canvas, 0.8, 0.06);
 }
 
@@ -296,28 +296,28 @@ Audio bowling(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("lane");
   const double rate = canvas.rate();
-  constexpr double kRoll = 1.75;
+  constexpr double kRoll = 1.95;
   canvas.add(0.04, synth::thump(rate, 130, 70, 0.18), 0.8);
   canvas.add(0.04, synth::strike(rate, 0.15, synth::woodBlock(620), 0.001), 0.6);
   const Signal air = synth::white(noise, synth::framesOf(rate, kRoll));
-  const Contour nearer{{0, 0.12}, {0.2, 0.2}, {kRoll - 0.02, 1}, {kRoll, 0}};
+  const Contour nearer{{0, 0.3}, {0.2, 0.4}, {kRoll - 0.02, 1}, {kRoll, 0}};
   const Contour turning = [](double now) {
-    return 0.75 + 0.25 * std::sin(synth::kTwoPi * (5.5 * now + now * now));
+    return 0.75 + 0.25 * std::sin(synth::kTwoPi * (4.2 * now + 0.45 * now * now));
   };
   Signal roll = synth::bandpass(air, rate, synth::glide({{0, 260}, {kRoll, 480}}), 1.2);
-  synth::mixInto(roll, synth::bandpass(air, rate, synth::glide({{0, 900}, {kRoll, 1900}}), 1.2), 0.5);
+  synth::mixInto(roll, synth::bandpass(air, rate, synth::glide({{0, 1000}, {kRoll, 2100}}), 2.5), 0.8);
   canvas.add(0.08, synth::shaped(synth::shaped(std::move(roll), rate, nearer), rate, turning), 0.55);
   constexpr int kPins = 10;
   for (int i = 0; i < kPins; ++i) {
-    const double at = 0.08 + kRoll + (i == 0 ? 0 : 0.012 + 0.5 * std::pow(noise.between(0, 1), 2.2));
+    const double at = 0.08 + kRoll + (i == 0 ? 0 : 0.012 + 0.75 * std::pow(noise.between(0, 1), 1.6));
     const double gain = i == 0 ? 1 : noise.between(0.5, 0.95);
-    canvas.add(
-        at,
-        synth::strike(rate, 0.25, synth::retuned(synth::woodBlock(noise.between(980, 1500)), 1, 1.9), 0.0003),
-        gain);
-    canvas.add(at, synth::burst(noise, rate, 2600, 0.7, 0.0005, 0.05), 0.7 * gain);
+    canvas.add(at,
+               synth::strike(rate, 0.25, synth::retuned(synth::woodBlock(noise.between(1050, 1600)), 1, 2.4),
+                             0.0003),
+               gain);
+    canvas.add(at, synth::burst(noise, rate, 2600, 0.7, 0.0005, 0.12), 1.9 * gain);
   }
-  return synth::inRoom(canvas, 0.7, 0.1);
+  return synth::inRoom(canvas, 0.55, 0.1);
 }
 
 /// Short, short, long: the pea beats in the chamber.
@@ -328,13 +328,13 @@ Audio policeWhistle(const Recording& recording) {
   const auto blow = [&](double at, double seconds) {
     const Contour pea = [](double now) { return 0.5 + 0.5 * std::sin(synth::kTwoPi * 31 * now); };
     const Contour pitch = [=](double now) {
-      return (2480 + 130 * pea(now)) * (1 - 0.16 * std::exp(-now / 0.02)) *
+      return (2320 + 560 * pea(now)) * (1 - 0.16 * std::exp(-now / 0.02)) *
              (now > seconds - 0.05 ? 1 - 1.6 * (now - seconds + 0.05) : 1);
     };
     const Contour loudness = [=](double now) {
       return synth::swell(0.02, 0.05, seconds)(now) * (0.45 + 0.55 * pea(now));
     };
-    Signal sound = synth::harmonics(rate, seconds, pitch, {1, 0.1, 0.06}, loudness);
+    Signal sound = synth::harmonics(rate, seconds, pitch, {1, 0.22, 0.1}, loudness);
     const Signal air = synth::white(noise, static_cast<int>(sound.size()));
     synth::mixInto(sound, synth::shaped(synth::bandpass(air, rate, 2600, 3), rate, loudness), 0.35);
     canvas.add(at, sound);

@@ -104,7 +104,7 @@ std::vector<Mode> xylophoneBar(double hertz) {
 }
 
 std::vector<Mode> combTooth(double hertz) {
-  return from(hertz, {{1, 1, 1.1}, {2, 0.16, 0.7}, {3.01, 0.08, 0.4}, {6.27, 0.14, 0.12}, {8.4, 0.06, 0.05}});
+  return from(hertz, {{1, 1, 1.1}, {2, 0.42, 0.8}, {3.01, 0.16, 0.5}, {6.27, 0.14, 0.12}, {8.4, 0.06, 0.05}});
 }
 
 }  // namespace vorn::synth

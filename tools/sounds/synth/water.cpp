@@ -78,7 +78,7 @@ Signal squelch(Noise& noise, double rate, double seconds) {
 Signal glug(Noise& noise, double rate, double seconds, double lowHertz, double highHertz) {
   const Contour pitch = glide({{0, lowHertz}, {0.7 * seconds, highHertz}, {seconds, 1.05 * highHertz}});
   const Contour swelling{{0, 0}, {0.012, 1}, {0.4 * seconds, 0.7}, {seconds, 0}};
-  Signal sound = harmonics(rate, seconds, pitch, {1, 0.55, 0.4, 0.22, 0.12}, swelling);
+  Signal sound = harmonics(rate, seconds, pitch, {0.75, 0.8, 0.6, 0.35, 0.2}, swelling);
   const Signal air = white(noise, static_cast<int>(sound.size()));
   mixInto(sound,
           shaped(bandpass(
