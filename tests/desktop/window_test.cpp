@@ -220,6 +220,9 @@ TEST_F(WindowTest, WithoutTheFocusGameSoundsAreMuteTheVoiceIsNotAndKeysGoElsewhe
     yieldFor(500ms);
     EXPECT_LT(loudness(200), 0.001);
     EXPECT_EQ(buffer->GetStatus(), SoundBuffer::kPlaying);
+    xdotool("key a");
+    yieldFor(200ms);
+    EXPECT_TRUE(recorder.keys.empty());
     platform->createVoice()->Speak(" one two ", speak_flags::kSynchronous);
     auto voice = platform->createVoice();
     voice->Speak(" one two three four ", speak_flags::kQueue);
@@ -229,6 +232,23 @@ TEST_F(WindowTest, WithoutTheFocusGameSoundsAreMuteTheVoiceIsNotAndKeysGoElsewhe
   xdotool("windowfocus " + window);
   yieldFor(500ms);
   EXPECT_GT(loudness(200), 0.4);
+}
+
+TEST_F(WindowTest, TheControllerIsReadWithoutTheFocusToo) {
+  const int index = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 5, 10, 0);
+  ASSERT_GE(index, 0);
+  SDL_Joystick* stick = SDL_JoystickOpen(index);
+  auto controller = platform->createControllerDevice(platform->attachedControllers().at(0));
+  controller->Acquire();
+  xdotool("windowunmap " + window);
+  EXPECT_TRUE(yieldUntil([] { return SDL_GetKeyboardFocus() == nullptr; }));
+  SDL_JoystickSetVirtualAxis(stick, 0, 32767);
+  SDL_JoystickSetVirtualButton(stick, 4, 1);
+  yieldFor(50ms);
+  EXPECT_EQ(controller->GetDeviceStateJoystick().x, 10000);
+  EXPECT_NE(controller->GetDeviceStateJoystick().buttons[4], 0);
+  SDL_JoystickClose(stick);
+  SDL_JoystickDetachVirtual(index);
 }
 
 TEST_F(WindowTest, APurgedVoiceFallsSilent) {

@@ -62,10 +62,7 @@ class DesktopPlatform : public Platform {
   double secondsSinceMidnight() override;
   Date today() override;
 
-  void setCaption(const std::string& caption) override {
-    caption_ = caption;
-    window_.setCaption(caption);
-  }
+  void setCaption(const std::string& caption) override { window_.setCaption(caption); }
   void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
   int messageBox(const std::string& text) override;
   void enterShutdown() override { window_.enterShutdown(); }
@@ -105,7 +102,6 @@ class DesktopPlatform : public Platform {
   Controllers controllers_;
   EspeakSynth synth_;
   SpeechService speech_;
-  std::string caption_;
   EventReceiver* receiver_ = nullptr;
 };
 
@@ -128,7 +124,7 @@ int DesktopPlatform::messageBox(const std::string& text) {
   std::replace(shown.begin(), shown.end(), '\r', '\n');
   std::cerr << shown << std::endl;
   if (!options_.answerBoxes) {
-    window_.showBox(caption_, shown);
+    window_.showBox(shown);
   }
   return kOk;
 }

@@ -2,7 +2,9 @@
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "platform/desktop/desktop_platform.h"
 #include "platform/desktop/keyboard.h"
@@ -55,6 +57,7 @@ void Window::paint() {
 }
 
 void Window::setCaption(const std::string& caption) {
+  caption_ = caption;
   SDL_SetWindowTitle(window_, caption.c_str());
 }
 
@@ -86,7 +89,8 @@ bool Window::deliver(EventReceiver* receiver) {
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       paint();
     }
-    if (event.type == SDL_KEYDOWN && event.key.repeat == 0 && receiver != nullptr) {
+    const bool isPress = event.type == SDL_KEYDOWN && event.key.repeat == 0;
+    if (isPress && event.key.windowID == SDL_GetWindowID(window_) && receiver != nullptr) {
       if (const Key* key = menuKey(event.key.keysym)) {
         receiver->Form_KeyDown(key->virtualKeyCode, shiftState(event.key.keysym.mod));
         delivered = true;
@@ -96,8 +100,28 @@ bool Window::deliver(EventReceiver* receiver) {
   return delivered;
 }
 
-bool Window::showBox(const std::string& title, const std::string& text) {
-  return SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title.c_str(), text.c_str(), window_) == 0;
+void Window::showBox(const std::string& text) {
+  if (SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, caption_.c_str(), text.c_str(), window_) == 0) {
+    return;
+  }
+  SDL_SetWindowTitle(window_, text.c_str());
+  waitForAnswer();
+  SDL_SetWindowTitle(window_, caption_.c_str());
+}
+
+void Window::waitForAnswer() {
+  constexpr SDL_Keycode kAnswers[] = {SDLK_RETURN, SDLK_KP_ENTER, SDLK_SPACE, SDLK_ESCAPE};
+  SDL_Event event;
+  while (SDL_WaitEvent(&event) != 0) {
+    if (event.type == SDL_QUIT) {
+      SDL_PushEvent(&event);  // for whoever asks next
+      return;
+    }
+    const bool isPress = event.type == SDL_KEYDOWN && event.key.repeat == 0;
+    if (isPress && std::count(std::begin(kAnswers), std::end(kAnswers), event.key.keysym.sym) > 0) {
+      return;
+    }
+  }
 }
 
 }  // namespace vorn

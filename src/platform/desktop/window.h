@@ -32,13 +32,17 @@ class Window {
   /// Whether a request to close waits to be delivered.
   bool isToBeClosed() const;
   void enterShutdown() { isClosing_ = true; }
-  /// Shows a box with an OK button and waits for it. False where it cannot be shown.
-  bool showBox(const std::string& title, const std::string& text);
+  /// Shows `text` in a box with an OK button and waits for it. Where the desktop
+  /// has no boxes the text stands in the window's caption until Enter, the space
+  /// bar or Escape is pressed or the window is to be closed.
+  void showBox(const std::string& text);
 
  private:
   void paint();
+  void waitForAnswer();
 
   SDL_Window* window_ = nullptr;
+  std::string caption_;
   bool hasHadFocus_ = false;
   bool isClosing_ = false;
 };

@@ -11,8 +11,8 @@
 #include <sstream>
 #include <thread>
 
-#include "support/wav_maker.h"
 #include "support/temporary_folder.h"
+#include "support/wav_maker.h"
 
 namespace vorn {
 namespace {
@@ -75,6 +75,7 @@ class DesktopPlatformTest : public testing::Test {
   void press(SDL_Scancode place, SDL_Keycode sign, bool repeated = false) {
     SDL_Event event{};
     event.type = SDL_KEYDOWN;
+    event.key.windowID = 1;  // the first of the process, and the next one's again after it
     event.key.keysym = {place, sign, KMOD_NUM | KMOD_LSHIFT, 0};
     event.key.repeat = repeated ? 1 : 0;
     SDL_PushEvent(&event);
