@@ -22,9 +22,9 @@ using synth::Noise;
 /// A type bar hits the roller and falls back.
 Signal keyStroke(Noise& noise, double rate, double force) {
   Signal hit = synth::strike(
-      rate, 0.12, synth::retuned(synth::steelPlate(1550 * noise.between(0.93, 1.07)), 1, 0.25), 0.0003);
-  synth::mixInto(hit, synth::burst(noise, rate, 3600, 0.8, 0.0004, 0.03), 1.4);
-  synth::mixInto(hit, synth::thump(rate, 420, 250, 0.03), 0.5);
+      rate, 0.12, synth::retuned(synth::steelPlate(1550 * noise.between(0.93, 1.07)), 1, 0.7), 0.0003);
+  synth::mixInto(hit, synth::burst(noise, rate, 3600, 0.8, 0.001, 0.07), 0.9);
+  synth::mixInto(hit, synth::thump(rate, 420, 250, 0.03), 0.3);
   return synth::scale(hit, force);
 }
 
@@ -159,8 +159,9 @@ Audio grandfatherClock(const Recording& recording) {
   for (int i = 0; i < kBeats; ++i) {
     const double at = 0.055 + i * canvas.seconds() / kBeats;
     const double hertz = i % 2 == 0 ? 1950 : 1420;
-    canvas.add(at, synth::strike(rate, 0.12, synth::woodBlock(hertz), 0.0003), i % 2 == 0 ? 1 : 0.9);
-    canvas.add(at + 0.006, synth::burst(noise, rate, 3900, 1.5, 0.0004, 0.03), 0.8);
+    canvas.add(at, synth::strike(rate, 0.25, synth::retuned(synth::woodBlock(hertz), 1, 3), 0.0005),
+               i % 2 == 0 ? 1 : 0.9);
+    canvas.add(at + 0.006, synth::burst(noise, rate, 3900, 1.5, 0.001, 0.06), 0.5);
     canvas.add(at, synth::strike(rate, 0.25, {{310, 1, 0.12}, {520, 0.6, 0.09}}, 0.002), 0.2);
   }
   canvas.add(0.3,
