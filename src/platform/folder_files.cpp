@@ -161,6 +161,7 @@ std::vector<std::string> FolderFiles::list(const std::string& prefix, const std:
   }
   std::sort(found.begin(), found.end());
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (auto& entry : found) names.push_back(std::move(entry.second));
   return names;
 }

@@ -47,8 +47,9 @@ double kernelAt(double distance, int taps, double cutoff) {
 std::array<double, kMaxTaps> tapsFor(double fraction, int taps, double cutoff) {
   std::array<double, kMaxTaps> row{};
   double sum = 0;
+  const int middle = taps / 2 - 1;
   for (int tap = 0; tap < taps; ++tap) {
-    row[tap] = kernelAt(tap - (taps / 2 - 1) - fraction, taps, cutoff);
+    row[tap] = kernelAt(tap - middle - fraction, taps, cutoff);
     sum += row[tap];
   }
   for (double& tap : row) {
