@@ -162,7 +162,7 @@ const TraceRecord& Session::run() {
   Player player(std::exchange(turns_, {}), trace_);
   std::ostringstream diagnostics;
   options.folder = folder.path();
-  HeadlessPlatform platform(options, {&player, &trace_, nullptr, &diagnostics, sharedRecordings()});
+  HeadlessPlatform platform(options, {&player, &trace_, listener, &diagnostics, sharedRecordings()});
   GameState game(platform);
   platform.setFields({[&](std::string_view name) { return getField(game, name); },
                       [&](std::string_view name, double value) { return setField(game, name, value); }});

@@ -17,6 +17,7 @@
 #include <variant>
 
 #include "platform/headless/options.h"
+#include "platform/headless/render.h"
 #include "platform/platform.h"
 #include "support/temporary_folder.h"
 #include "support/trace_record.h"
@@ -37,7 +38,8 @@ class Session {
   Session();
 
   TemporaryFolder folder;
-  HeadlessOptions options;  ///< its folder is set by `run`
+  HeadlessOptions options;         ///< its folder is set by `run`
+  RenderSink* listener = nullptr;  ///< who hears the mix; not owned; null: nobody
 
   /// What the player does next: statements, one a line.
   Session& script(const std::string& statements);

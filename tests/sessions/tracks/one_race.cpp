@@ -20,7 +20,8 @@ const std::string kStartByWheel =
 
 }  // namespace
 
-OneRace::OneRace(int track, Device device, const TickDriver& driver) {
+OneRace::OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener) {
+  session_.listener = listener;
   const bool hasWheel = device == Device::kWheel;
   session_.options.controller = hasWheel;
   session_.script(atMainMenu() + (hasWheel ? chooseWheelAndTrack(track) : toTrack(track)) + enterLaps("1") +

@@ -17,7 +17,8 @@ using TickDriver = std::function<std::string(const TickReport&)>;
 class OneRace {
  public:
   /// Drives track 1 .. 10 from the main menu to its results, or to the driver's "end".
-  OneRace(int track, Device device, const TickDriver& driver);
+  /// `listener`, not owned, hears the mix.
+  OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener = nullptr);
 
   const TraceRecord& trace() const { return session_.trace(); }
   const std::vector<TickReport>& ticks() const { return ticks_; }
@@ -30,7 +31,8 @@ class OneRace {
   /// Base names of what a buffer was filled with, in order.
   std::vector<std::string> filesOf(const std::string& buffer) const;
 
-  Session& session() { return session_; }
+  /// The file `name` of the session's folder.
+  std::string fileBytes(const std::string& name) const { return session_.folder.read(name); }
 
  private:
   Session session_;

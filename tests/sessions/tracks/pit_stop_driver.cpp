@@ -8,6 +8,8 @@ namespace vorn {
 namespace {
 
 constexpr int kLeftSide = 1;
+constexpr double kTickSeconds = 0.099;
+constexpr double kRecordedAt = 22050;  // hertz
 
 std::string pedal(double wanted, const TickReport& tick) {
   const int axis = tick.speed > wanted + 3 ? 10000 : gasAxis(wanted, std::max(tick.gear, 1));
@@ -45,10 +47,12 @@ std::string PitStopDriver::driveLane(const TickReport& tick) const {
   return "button 3 up\n" + steerTo(manners_.place, car.lateralPosition) + pedal(manners_.laneSpeed, tick);
 }
 
-std::string PitStopDriver::driveApproach(const TickReport& tick) const {
-  const std::string steering = steerTo(manners_.place, tick.lateralPosition);
-  return steering +
-         (tick.lapPosition < manners_.brakesAt ? pedal(manners_.boxSpeed, tick) : "axis Y 10000\n");
+std::string PitStopDriver::driveApproach(const TickReport& tick) {
+  heard_ += kTickSeconds * boxVoiceFrequency(tick.speed) / kRecordedAt;
+  const bool isTime =
+      manners_.brakesOn > 0 ? heard_ >= manners_.brakesOn : tick.lapPosition >= manners_.brakesAt;
+  return steerTo(manners_.place, tick.lateralPosition) +
+         (isTime ? "axis Y 10000\n" : pedal(manners_.boxSpeed, tick));
 }
 
 std::string PitStopDriver::after(const TickReport& tick) {

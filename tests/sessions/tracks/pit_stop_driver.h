@@ -17,6 +17,7 @@ class PitStopDriver {
     double laneSpeed = 50;   ///< mph
     double boxSpeed = 50;    ///< mph
     double brakesAt = 2700;  ///< units into the approach
+    double brakesOn = 0;     ///< seconds into the recording of the box voice; 0: by `brakesAt`
     double place = 12;       ///< lateral, from the lane to the box
   };
 
@@ -30,13 +31,14 @@ class PitStopDriver {
  private:
   void lookWhere(const TickReport& tick);
   std::string driveLane(const TickReport& tick) const;
-  std::string driveApproach(const TickReport& tick) const;
+  std::string driveApproach(const TickReport& tick);
   std::string steerTo(double place, double from) const;
 
   WheelDriver onTrack_;
   Manners manners_;
   Leg leg_ = Leg::kBefore;
   double lastPosition_ = 0;
+  double heard_ = 0;  ///< seconds of the recording
 };
 
 }  // namespace vorn

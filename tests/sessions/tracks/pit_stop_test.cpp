@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include "recipes/pit_box.h"
 #include "sessions/tracks/one_race.h"
 #include "sessions/tracks/pit_stop_driver.h"
 #include "tracks/catalogue.h"
@@ -76,6 +77,22 @@ TEST(PitStop, HandsOutNothingWithTheSnackOff) {
   EXPECT_TRUE(race.trace().said(" go! go! go! "));
   EXPECT_FALSE(race.trace().said(" Here's a"));
   EXPECT_DOUBLE_EQ(charged(race), 140);
+}
+
+class BrakingOnTheWordTwo : public testing::TestWithParam<double> {};
+
+INSTANTIATE_TEST_SUITE_P(AtMilesAnHour, BrakingOnTheWordTwo, testing::Values(45, 50, 60));
+
+TEST_P(BrakingOnTheWordTwo, EndsInTheBox) {
+  constexpr double kReaction = 0.4;  // seconds
+  const double two = sounds::kPitBoxNumbers[3].seconds;
+  PitStopDriver driver(kMaple,
+                       {.laneSpeed = GetParam(), .boxSpeed = GetParam(), .brakesOn = two + kReaction});
+  const OneRace race(1, Device::kWheel, [&](const TickReport& tick) {
+    return driver.after(tick) + (driver.leg() == Leg::kAfter ? "end\n" : "");
+  });
+  EXPECT_TRUE(race.trace().said(" Here's a"));
+  EXPECT_FALSE(race.trace().said("penalty"));
 }
 
 struct Fault {
@@ -163,8 +180,6 @@ INSTANTIATE_TEST_SUITE_P(AfterMilliseconds, PitEscapeInService, testing::Values(
 
 TEST_P(PitEscapeInService, LeadsToTheMenuInSilence) {
   PitStopDriver driver(kMaple);
-  Session session;
-  session.options.controller = true;
   const OneRace race(1, Device::kWheel, [&](const TickReport& tick) -> std::string {
     const std::string statements = driver.after(tick);
     // The car stands at the end of this tick.
