@@ -116,8 +116,8 @@ constexpr const char* kJoystickLines[] = {
     "button 4 or the center button on the left hand side of the steering wheel = say gear.",
     "button 5 or the center button on the right hand side of the steering wheel = say lap.",
     "button 6 or the bottom button on the left hand side of the steering wheel = horn.",
-    "button 7 or the bottom button on the right hand side of the steering wheel = say current elapse race "
-    "time.",
+    ("button 7 or the bottom button on the right hand side of the steering wheel = say current elapse race "
+     "time."),
     "button 8 or pulling the gear shift knob towards you = up shift one gear.",
     "button 9 or pushing the gear shift knob away from you = down shift one gear.",
     "joystick axis x moving the joystick or steering wheel left or right = steering.",
