@@ -227,6 +227,18 @@ TEST_F(ControllersTest, AChangeIsToldOnceAtTheNextYield) {
   EXPECT_EQ(receiver.times, 2);
 }
 
+TEST_F(ControllersTest, WhatWasHeldBeforeItWasAcquiredIsNoChange) {
+  VirtualController stick(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 5, 12);
+  stick.axis(0, -32768);
+  stick.button(1, true);
+  SDL_PumpEvents();
+  const auto device = acquired(stick);
+  stick.axis(0, -32768);
+  yield();
+  EXPECT_EQ(receiver.times, 0);
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, -10000);
+}
+
 TEST_F(ControllersTest, WhatTheDeadZoneSwallowsIsNoChange) {
   VirtualController stick(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 5, 12);
   const auto device = acquired(stick);

@@ -79,6 +79,19 @@ TEST_F(SpeechServiceTest, SpeaksFromTheRequestToTheLastSample) {
   EXPECT_FALSE(service.isSpeaking());
 }
 
+TEST_F(SpeechServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
+  for (int i = 0; i < 200; ++i) {
+    service.say("one", {});
+    bool wasSilent = false;
+    while (!mixer.voice().isSpeaking()) {
+      wasSilent |= !service.isSpeaking();
+    }
+    EXPECT_FALSE(wasSilent) << i;
+    service.purge();
+    hear(10);
+  }
+}
+
 TEST_F(SpeechServiceTest, TextsFollowEachOther) {
   service.say("one", {});
   const double one = static_cast<double>(hearAll().size());
