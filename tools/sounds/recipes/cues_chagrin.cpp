@@ -36,7 +36,7 @@ Audio paddleSteamer(const Recording& recording) {
   struct Blast {
     double at, seconds, low, high;
   };
-  for (const Blast& blast : {Blast{0.3, 0.62, 466, 587}, Blast{1.02, 1.15, 587, 740}}) {
+  for (const Blast& blast : {Blast{0.3, 0.62, 466, 587}, Blast{1.02, 1.15, 587, 698}}) {
     for (const double hertz : {blast.low, blast.high}) {
       const Contour pitch = synth::glide(
           {{0, 0.9 * hertz}, {0.12, hertz}, {blast.seconds - 0.15, hertz}, {blast.seconds, 0.92 * hertz}});

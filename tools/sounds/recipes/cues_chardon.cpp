@@ -34,9 +34,9 @@ Audio yodel(const Recording& recording) {
     const synth::Mouth& from;
     const synth::Mouth& to;
   };
-  const std::array sung{Syllable{0, 0.9, -9, false, ee, yo},    Syllable{1, 0.45, 0, true, lay, lay},
-                        Syllable{1.5, 1.0, -5, false, yo, lay}, Syllable{2.5, 1.4, 4, true, ee, ee},
-                        Syllable{4, 0.45, -2, false, lay, yo},  Syllable{4.5, 1.1, 2, true, ee, yo}};
+  const std::array sung{Syllable{0, 0.9, -9, false, ee, yo},    Syllable{1, 0.45, -2, true, lay, lay},
+                        Syllable{1.5, 1.0, -5, false, yo, lay}, Syllable{2.5, 1.4, 3, true, ee, ee},
+                        Syllable{4, 0.45, -5, false, lay, yo},  Syllable{4.5, 1.1, -2, true, ee, yo}};
   const double beat = canvas.seconds() / 6;
   for (const Syllable& syllable : sung) {
     const double seconds = syllable.beats * beat, hertz = synth::noteHertz(syllable.note);
@@ -219,8 +219,8 @@ Audio churchOrgan(const Recording& recording) {
     double beat, beats;
     std::array<double, 4> notes;
   };
-  constexpr std::array kChords{Chord{0, 1, {-7, 0, 5, 8}}, Chord{1, 1, {-9, 0, 3, 8}},
-                               Chord{2, 1, {-11, -2, 3, 7}}, Chord{3, 0.94, {-4, -1, 5, 11}}};
+  constexpr std::array kChords{Chord{0, 1, {-7, 0, 5, 8}}, Chord{1, 1, {-4, 0, 3, 8}},
+                               Chord{2, 1, {-9, -2, 3, 7}}, Chord{3, 0.94, {-12, 0, 4, 7}}};
   constexpr std::array kStops{1.0, 2.0, 4.0};  // 8, 4 and 2 feet
   constexpr std::array kStopGains{0.6, 0.6, 0.5};
   Canvas canvas = recording.canvas();

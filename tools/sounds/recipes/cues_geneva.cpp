@@ -62,7 +62,7 @@ Audio carousel(const Recording& recording) {
     };
   };
   synth::play(canvas, kMelody, 8, stop(0.6, synth::fairground()));
-  constexpr std::array kBass{-21.0, -14.0, -21.0, -17.0, -14.0, -19.0, -14.0, -10.0};
+  constexpr std::array kBass{-24.0, -17.0, -24.0, -20.0, -17.0, -22.0, -17.0, -13.0};
   for (std::size_t beat = 0; beat < kBass.size(); ++beat) {
     const auto at = static_cast<double>(beat);
     const bool home = beat < 4;
@@ -161,16 +161,19 @@ Audio musette(const Recording& recording) {
     };
   };
   synth::play(canvas, kMelody, 12, squeeze(0.92, 0.5), kLead);
+  struct Harmony {
+    double bass, low, high;
+  };
+  constexpr std::array kHarmonies{Harmony{-9, -2, 3}, Harmony{-16, 0, 3}, Harmony{-14, 2, 5},
+                                  Harmony{-9, -2, 3}};
   Canvas below = recording.canvas();
   for (int bar = 0; bar < 4; ++bar) {
-    constexpr std::array kRoots{-9.0, -2.0, -7.0, -9.0};
-    const double root = kRoots[static_cast<std::size_t>(bar)];
-    const double third = bar == 1 || bar == 2 ? 10 : 9;
-    const std::array bars = std::to_array<synth::Written>({{3.0 * bar, 0.7, root},
-                                                           {3.0 * bar + 1, 0.4, root + 12},
-                                                           {3.0 * bar + 1, 0.4, root + 12 + third - 5},
-                                                           {3.0 * bar + 2, 0.4, root + 12},
-                                                           {3.0 * bar + 2, 0.4, root + 12 + third - 5}});
+    const Harmony& chord = kHarmonies[static_cast<std::size_t>(bar)];
+    const std::array bars = std::to_array<synth::Written>({{3.0 * bar, 0.7, chord.bass},
+                                                           {3.0 * bar + 1, 0.4, chord.low},
+                                                           {3.0 * bar + 1, 0.4, chord.high},
+                                                           {3.0 * bar + 2, 0.4, chord.low},
+                                                           {3.0 * bar + 2, 0.4, chord.high}});
     synth::play(below, bars, 12, squeeze(1, 0.35), kLead);
     for (const double at : {1.0, 2.0}) {
       const Signal jingle = synth::shaken(noise, rate, synth::Shaker::kTambourine, 0.5, 0.25);
@@ -230,17 +233,17 @@ Audio theremin(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate(), seconds = canvas.seconds() - 0.1;
   const auto note = [](double semitones) { return synth::noteHertz(semitones); };
-  const Contour melody = synth::glide({{0, 0.9 * note(6)},
-                                       {0.12, note(6)},
-                                       {0.5, note(6)},
-                                       {0.72, note(18)},
-                                       {1.1, note(18)},
+  const Contour melody = synth::glide({{0, 0.9 * note(7)},
+                                       {0.12, note(7)},
+                                       {0.5, note(7)},
+                                       {0.72, note(19)},
+                                       {1.1, note(19)},
                                        {1.3, note(15)},
                                        {1.55, note(15)},
-                                       {1.78, note(23)},
-                                       {2.2, note(23)},
-                                       {2.45, note(13)},
-                                       {seconds, note(8)}});
+                                       {1.78, note(24)},
+                                       {2.2, note(24)},
+                                       {2.45, note(14)},
+                                       {seconds, note(7)}});
   const Contour loudness{{0, 0}, {0.15, 0.8}, {0.75, 1}, {2.3, 0.9}, {seconds, 0}};
   canvas.add(0.05, synth::harmonics(rate, seconds, synth::vibrato(melody, 6, 0.022), {1, 0.42, 0.22, 0.06},
                                     loudness));

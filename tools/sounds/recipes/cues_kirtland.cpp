@@ -36,7 +36,7 @@ Signal scrape(Noise& noise, double rate, double seconds) {
 Audio banjoTwoStep(const Recording& recording) {
   constexpr int kSteps = 20;  // the last one is a rest
   constexpr std::array kRoll{-2.0, 5.0, 10.0, 14.0, 5.0, 10.0, 3.0, 12.0, 7.0, 10.0,
-                             0.0,  8.0, 12.0, 7.0,  3.0, 10.0, 5.0, 9.0,  -2.0};
+                             0.0,  9.0, 12.0, 7.0,  3.0, 10.0, 5.0, 9.0,  -2.0};
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("fingers");
   const double rate = canvas.rate(), step = canvas.seconds() / kSteps;

@@ -130,13 +130,13 @@ Audio jawHarp(const Recording& recording) {
     const Signal tongue = synth::pulses(rate, seconds, 95, 0.07, synth::ringing(0.002, 0.6));
     const Contour upper = [mouth](double now) { return 1.9 * mouth(now); };
     Signal sound = synth::bandpass(tongue, rate, mouth, 9);
-    synth::mixInto(sound, synth::bandpass(tongue, rate, upper, 9), 0.5);
+    synth::mixInto(sound, synth::bandpass(tongue, rate, upper, 9), 0.8);
     synth::mixInto(sound, synth::highpass(tongue, rate, 300), 0.12);
     synth::fadeOut(sound, synth::framesOf(rate, 0.05));
     return sound;
   };
-  canvas.add(0.02, boing(synth::glide({{0, 750}, {0.10, 2500}, {0.42, 1000}})));
-  canvas.add(0.02 + canvas.seconds() / 2, boing(synth::glide({{0, 2400}, {0.12, 900}, {0.42, 1900}})), 0.85);
+  canvas.add(0.02, boing(synth::glide({{0, 850}, {0.09, 2700}, {0.42, 1250}})));
+  canvas.add(0.02 + canvas.seconds() / 2, boing(synth::glide({{0, 2500}, {0.12, 1000}, {0.42, 2100}})), 0.85);
   return canvas.signal();
 }
 

@@ -112,7 +112,7 @@ Audio barrelOrgan(const Recording& recording) {
                                                                 {10, 0.5, -2},
                                                                 {10, 0.5, 2},
                                                                 {11, 0.5, -2},
-                                                                {11, 0.5, 1}});
+                                                                {11, 0.5, 3}});
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("wind");
   const auto stop = [&](double gain, const std::vector<double>& partials) {
@@ -173,7 +173,7 @@ Audio grandfatherClock(const Recording& recording) {
                             {2590, 0.9, 1.3},
                             {3560, 0.6, 0.7}},
                            0.0012),
-             0.16);
+             0.20);
   return synth::inRoom(canvas, 0.8, 0.06);
 }
 
@@ -260,7 +260,7 @@ Audio barber(const Recording& recording) {
                                                                 {3, 0.9, 22, 1.1},
                                                                 {4, 1.4, 20},
                                                                 {5.5, 0.5, 17},
-                                                                {6, 1.8, 18}});
+                                                                {6, 1.8, 15}});
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("blades");
   const double rate = canvas.rate();

@@ -76,7 +76,7 @@ Audio locomotive(const Recording& recording) {
                kBeats[i]);
   }
   constexpr double kBlast = 0.46;
-  for (const double hertz : {698.0, 880.0, 1109.0}) {
+  for (const double hertz : {698.0, 831.0, 1047.0}) {
     const Contour pitch =
         synth::glide({{0, 0.93 * hertz}, {0.08, hertz}, {0.36, hertz}, {kBlast, 0.9 * hertz}});
     canvas.add(0.62 * canvas.seconds(),
@@ -204,7 +204,7 @@ Audio cow(const Recording& recording) {
                        .air = 0.04,
                        .growl = 0.15,
                        .tremble = 0.012,
-                       .tilt = -4};
+                       .tilt = -3};
   canvas.add(0.03, synth::cry(noise, rate, moo));
   canvas.add(0.05, synth::strike(rate, 0.4, synth::cowBell(1075)), 0.3);
   canvas.add(0.44, synth::strike(rate, 0.4, synth::cowBell(1060)), 0.16);
