@@ -363,7 +363,7 @@ std::map<std::string, Levels> everyDin() {
 }
 
 // Half-way through its segment. A long straight fades in more deeply and has one
-// band to be heard in. Measured: 6.4 dB at the least (clock), half of all above 12.
+// band to be heard in. Measured: 6.5 dB at the least (yodel), half of all above 12.
 TEST(Cues, StandAboveEveryEngineAndWall) {
   std::map<int, Levels> cues;
   for (const Cue& cue : allCues()) cues[cue.number] = levelsOf(cue.loop, cue.rate, 0.9);
