@@ -138,6 +138,15 @@ TEST_F(LapsEntry, ShiftIsUsedUpByBackspaceAndForgottenByF1) {
               ElementsAreArray(Story{"purge", "purge", kPrompt} + heard("b") + Story{"value typedText b"}));
 }
 
+// Prompts are answered by keys alone.
+TEST_F(LapsEntry, TakesNoAnswerFromTheController) {
+  s.options.controller = true;
+  s.script(atMainMenu() + toTrack(1, true) + "wait say  Enter the number\nwait 20\necho here\n" +
+           "button 0 down\nwait 500\nbutton 0 up\naxis Y -10000\nwait 500\nbutton 8 down\nwait 500\n")
+      .run();
+  EXPECT_THAT(speechIn(storyAfter(s.trace(), "here")), IsEmpty());
+}
+
 // --- the confirmation ---
 
 class LapsConfirmation : public LapsEntry {

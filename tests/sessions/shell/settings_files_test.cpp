@@ -312,6 +312,15 @@ TEST(VoiceSettings, OfTheSoundsAreNotCarriedIntoTheRun) {
   EXPECT_THAT(s.trace().soundsOf("wallLeftBuffer"), Contains("SetVolume -1000"));
 }
 
+// What was saved of the sounds is overwritten by the full volume of this run.
+TEST(VoiceSettings, AreSavedWithTheSoundsOfTheRun) {
+  Session s;
+  s.folder.write("vorn1voc.cfg", "1\r\n2\r\n80\r\n-1200\r\n");
+  s.script(atMainMenu() + menuDown(8) + menuEnter() + "wait say to adjust\nwait 20\ntap Enter\nwait 500\n")
+      .run();
+  EXPECT_EQ(s.folder.read("vorn1voc.cfg"), "1\r\n2\r\n80\r\n0\r\n");
+}
+
 TEST(VoiceSettings, AreFoundWhateverTheirCase) {
   Session s;
   s.folder.write("Vorn1Voc.CFG", "1\r\n0\r\n90\r\n0\r\n");
