@@ -88,7 +88,7 @@ Audio locomotive(const Recording& recording) {
                             .breath = 0.12,
                             .attack = 0.05,
                             .release = 0.1}),
-               0.13);
+               0.09);
   }
   return synth::inRoom(canvas, 0.5, 0.08);
 }
