@@ -77,7 +77,7 @@ class DesktopPlatform : public Platform {
   }
   std::unique_ptr<Voice> createVoice() override {
     return std::make_unique<EspeakVoice>(
-        synth_, speech_, [this] { return pause(); }, options_.captions);
+        synth_, speech_, [this] { return pause(); }, [this](const std::string& text) { read(text); });
   }
 
   Files& files() override { return files_; }
@@ -91,6 +91,7 @@ class DesktopPlatform : public Platform {
   void doYield(int atMostMs) override;
   bool deliver();
   bool pause();
+  void read(const std::string& text);
 
   const DesktopOptions options_;
   FolderFiles files_;
@@ -151,6 +152,14 @@ bool DesktopPlatform::pause() {
   mixer_.setMuted(window_.isInBackground());
   TickClock::sleep(kMomentMs);
   return !window_.isToBeClosed();
+}
+
+/// Speech for the eyes.
+void DesktopPlatform::read(const std::string& text) {
+  if (options_.captions != nullptr) {
+    *options_.captions << text << std::endl;
+  }
+  window_.showSpoken(text);
 }
 
 std::string explained(DesktopUnavailable::Missing thing, const std::string& reason) {

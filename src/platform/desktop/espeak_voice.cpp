@@ -1,6 +1,5 @@
 #include "platform/desktop/espeak_voice.h"
 
-#include <ostream>
 #include <utility>
 
 #include "platform/errors.h"
@@ -8,8 +7,8 @@
 
 namespace vorn {
 
-EspeakVoice::EspeakVoice(EspeakSynth& synth, SpeechService& service, Pause pause, std::ostream* captions)
-    : synth_(synth), service_(service), pause_(std::move(pause)), captions_(captions) {}
+EspeakVoice::EspeakVoice(EspeakSynth& synth, SpeechService& service, Pause pause, Reader reader)
+    : synth_(synth), service_(service), pause_(std::move(pause)), reader_(std::move(reader)) {}
 
 EspeakVoice::~EspeakVoice() {
   service_.purge();
@@ -22,15 +21,14 @@ void EspeakVoice::doSpeak(const std::string& text, int flags) {
   if (synth_.voices().empty()) {
     throw PlatformError("Speak", text, synth_.problem());
   }
-  const bool isBlank = text.find_first_not_of(' ') == std::string::npos;
-  if (captions_ != nullptr && !isBlank) {
-    *captions_ << utf8FromWindows1252(text) << std::endl;
-  }
   if (flags == speak_flags::kPurge) {
     service_.purge();
   }
   if (!text.empty()) {
     service_.say(text, settings_);
+  }
+  if (text.find_first_not_of(' ') != std::string::npos) {
+    reader_(utf8FromWindows1252(text));
   }
   if (flags == speak_flags::kSynchronous) {
     while (service_.isSpeaking()) {

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <iosfwd>
+#include <string>
+#include <vector>
 
 #include "platform/desktop/speech_service.h"
 #include "platform/voice.h"
@@ -15,8 +16,11 @@ class EspeakVoice : public Voice {
   /// without delivering them; false: the player wants out, so the text is cut.
   using Pause = std::function<bool()>;
 
-  /// `captions` (null: none) gets each text as a line. Nothing is owned.
-  EspeakVoice(EspeakSynth& synth, SpeechService& service, Pause pause, std::ostream* captions);
+  /// Gets each text that is not blank, in UTF-8.
+  using Reader = std::function<void(const std::string& text)>;
+
+  /// Neither synthesiser nor service is owned.
+  EspeakVoice(EspeakSynth& synth, SpeechService& service, Pause pause, Reader reader);
   ~EspeakVoice() override;  ///< silences it
 
   std::vector<std::string> GetVoices() override { return synth_.voices(); }
@@ -31,7 +35,7 @@ class EspeakVoice : public Voice {
   EspeakSynth& synth_;
   SpeechService& service_;
   Pause pause_;
-  std::ostream* captions_;
+  Reader reader_;
   SpeechSettings settings_;
 };
 

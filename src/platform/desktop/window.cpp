@@ -25,13 +25,15 @@ bool showsNothing(const char* driver) {
 
 Window::Window() {
   SDL_SetHint(SDL_HINT_APP_NAME, "Vorn 1 TTS");
-  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");  // a black window is not worth a graphics library
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION,
+              "0");  // a few lines of text are not worth a graphics library
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
     throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, SDL_GetError());
   }
   const bool isBlind = showsNothing(SDL_GetCurrentVideoDriver());
   if (!isBlind) {
-    window_ = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kWidth, kHeight, 0);
+    window_ = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kWidth, kHeight,
+                               SDL_WINDOW_RESIZABLE);
   }
   if (window_ == nullptr) {
     const std::string reason = isBlind ? "no screen was found" : SDL_GetError();
@@ -48,12 +50,16 @@ Window::~Window() {
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
-/// A window that nobody has painted shows whatever lay beneath it.
 void Window::paint() {
   if (SDL_Surface* surface = SDL_GetWindowSurface(window_)) {
-    SDL_FillRect(surface, nullptr, 0);
+    painter_.paint(*surface);
     SDL_UpdateWindowSurface(window_);
   }
+}
+
+void Window::showSpoken(const std::string& text) {
+  painter_.add(text);
+  paint();
 }
 
 void Window::setCaption(const std::string& caption) {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/desktop/caption_painter.h"
 #include "platform/platform.h"
 
 namespace vorn {
@@ -20,6 +21,8 @@ class Window {
   Window& operator=(const Window&) = delete;
 
   void setCaption(const std::string& caption);
+  /// Shows `text` (UTF-8), which is being said, in the window.
+  void showSpoken(const std::string& text);
   /// Whether the player has turned to another window. Before the window has had
   /// the focus for the first time he has not: desktops take their time to give it.
   bool isInBackground();
@@ -42,6 +45,7 @@ class Window {
   void waitForAnswer();
 
   SDL_Window* window_ = nullptr;
+  CaptionPainter painter_;
   std::string caption_;
   bool hasHadFocus_ = false;
   bool isClosing_ = false;
