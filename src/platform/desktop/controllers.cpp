@@ -116,7 +116,7 @@ class Controllers::Device final : public ControllerDevice {
 
   /// Opens the controller anew where it had been unplugged and is there again.
   void comeBack();
-  bool notify(EventReceiver* receiver);
+  void notify(EventReceiver* receiver);
 
  private:
   bool openAt(int index);
@@ -216,18 +216,17 @@ double Controllers::Device::pressed(int pedal) const {
   return std::clamp(std::abs(SDL_JoystickGetAxis(joystick_, pedal) - rest) / (2 * kFullTravel), 0.0, 1.0);
 }
 
-bool Controllers::Device::notify(EventReceiver* receiver) {
+void Controllers::Device::notify(EventReceiver* receiver) {
   comeBack();
   if (!isAcquired_ || !notify_ || receiver == nullptr) {
-    return false;
+    return;
   }
   const JoystickState now = reading();
   if (now == told_) {
-    return false;
+    return;
   }
   told_ = now;
   receiver->DirectXEvent8_DXCallback(*notify_);
-  return true;
 }
 
 Controllers::Controllers() {
@@ -258,14 +257,13 @@ std::unique_ptr<ControllerDevice> Controllers::open(const std::string& identifie
   return std::make_unique<Device>(*this, static_cast<int>(found - identifiers.begin()));
 }
 
-bool Controllers::notify(EventReceiver* receiver) {
-  bool changed = false;
+void Controllers::notify(EventReceiver* receiver) {
   const std::vector<Device*> devices = devices_;  // the receiver may close one
   for (Device* device : devices) {
-    const bool isOpen = std::find(devices_.begin(), devices_.end(), device) != devices_.end();
-    changed |= isOpen && device->notify(receiver);
+    if (std::find(devices_.begin(), devices_.end(), device) != devices_.end()) {
+      device->notify(receiver);
+    }
   }
-  return changed;
 }
 
 }  // namespace vorn

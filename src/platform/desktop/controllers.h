@@ -38,8 +38,7 @@ class Controllers {
   /// long-lived as this.
   std::unique_ptr<ControllerDevice> open(const std::string& identifier);
   /// Tells `receiver` (null: nobody) of the controllers whose state has changed.
-  /// Returns whether there was one.
-  bool notify(EventReceiver* receiver);
+  void notify(EventReceiver* receiver);
 
  private:
   class Device;

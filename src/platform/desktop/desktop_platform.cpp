@@ -89,7 +89,6 @@ class DesktopPlatform : public Platform {
 
  private:
   void doYield(int atMostMs) override;
-  bool deliver();
   bool pause();
   void read(const std::string& text);
 
@@ -131,18 +130,12 @@ int DesktopPlatform::messageBox(const std::string& text) {
 }
 
 void DesktopPlatform::doYield(int atMostMs) {
-  if (deliver() || atMostMs <= 0) {
-    return;
+  if (atMostMs > 0) {
+    clock_.waitForEvent(atMostMs);
   }
-  clock_.waitForEvent(atMostMs);
-  deliver();
-}
-
-/// Delivers what has happened. Returns whether the game got anything.
-bool DesktopPlatform::deliver() {
-  const bool gotKey = window_.deliver(receiver_);
+  window_.deliver(receiver_);
   mixer_.setMuted(window_.isInBackground());
-  return controllers_.notify(receiver_) || gotKey;
+  controllers_.notify(receiver_);
 }
 
 /// A moment of a synchronous text; false where the player closes the window.

@@ -12,8 +12,8 @@ class TickClock {
   /// Milliseconds of the system's steady clock; wraps from 2^31 - 1 to -2^31.
   std::int32_t now() const;
   /// Waits until the clock shows `ms` more than now, or until an event of the
-  /// desktop arrives (one that comes in the last two milliseconds is seen at the
-  /// end). SDL's video must be up, on this thread.
+  /// desktop is there to be delivered (in the last two milliseconds only the end
+  /// is waited for). SDL's video must be up, on this thread.
   void waitForEvent(int ms) const;
   /// Lets `ms` pass.
   static void sleep(int ms);

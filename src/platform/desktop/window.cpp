@@ -81,8 +81,7 @@ bool Window::isToBeClosed() const {
   return SDL_HasEvent(SDL_QUIT) == SDL_TRUE;
 }
 
-bool Window::deliver(EventReceiver* receiver) {
-  bool delivered = false;
+void Window::deliver(EventReceiver* receiver) {
   SDL_Event event;
   while (SDL_PollEvent(&event) != 0) {
     if (event.type == SDL_QUIT) {
@@ -99,11 +98,9 @@ bool Window::deliver(EventReceiver* receiver) {
     if (isPress && event.key.windowID == SDL_GetWindowID(window_) && receiver != nullptr) {
       if (const Key* key = menuKey(event.key.keysym)) {
         receiver->Form_KeyDown(key->virtualKeyCode, shiftState(event.key.keysym.mod));
-        delivered = true;
       }
     }
   }
-  return delivered;
 }
 
 void Window::showBox(const std::string& text) {

@@ -28,10 +28,10 @@ class Window {
   bool isInBackground();
   /// Takes in what has happened without delivering it: the keyboard's state is fresh afterwards.
   void pump();
-  /// Delivers what has happened. Returns whether `receiver` (null: nobody) got a
-  /// key. Throws `WindowClosed` on the first request to close, `ProgramEnd` on the
-  /// second and once the shutdown has begun.
-  bool deliver(EventReceiver* receiver);
+  /// Delivers what has happened to `receiver` (null: nobody). Throws `WindowClosed`
+  /// on the first request to close, `ProgramEnd` on the second and once the
+  /// shutdown has begun.
+  void deliver(EventReceiver* receiver);
   /// Whether a request to close waits to be delivered.
   bool isToBeClosed() const;
   void enterShutdown() { isClosing_ = true; }
