@@ -1,4 +1,4 @@
-// vorn1-sounds: makes the game's sound files, or checks those of a folder.
+// vorn1-sounds: makes the game's sound files, checks those of a folder, or reports on them.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include "maker.h"
 #include "progress.h"
 #include "recipe.h"
+#include "report/report.h"
 
 namespace vorn::sounds {
 namespace {
@@ -18,6 +19,7 @@ namespace {
 struct Orders {
   std::string folder;
   std::string folderToCheck;
+  std::string report;  ///< page to write about the folder's files
   std::vector<std::string> only;
   bool list = false;
   int workers = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
@@ -82,10 +84,18 @@ int make(const std::vector<const Recipe*>& recipes, const Orders& orders) {
   return 0;
 }
 
+int writePage(const std::vector<const Recipe*>& recipes, const Orders& orders) {
+  vorn::report::writeReport(recipes, orders.folder, orders.report);
+  std::cout << recipes.size() << (recipes.size() == 1 ? " sound" : " sounds") << " in " << orders.report
+            << '\n';
+  return 0;
+}
+
 int follow(const Orders& orders) {
   const std::vector<const Recipe*> recipes = chosen(orders.only);
   if (orders.list) return list(recipes);
   if (!orders.folderToCheck.empty()) return check(recipes, orders.folderToCheck);
+  if (!orders.report.empty()) return writePage(recipes, orders);
   return make(recipes, orders);
 }
 
@@ -93,16 +103,21 @@ int follow(const Orders& orders) {
 }  // namespace vorn::sounds
 
 int main(int argc, char** argv) {
-  CLI::App app("Makes the sound files of the game, or checks those of a folder.", "vorn1-sounds");
+  CLI::App app("Makes the sound files of the game, checks those of a folder, or reports on them.",
+               "vorn1-sounds");
   vorn::sounds::Orders orders;
-  auto* folder = app.add_option("DIR", orders.folder, "Folder to fill; made where it is missing");
+  auto* folder = app.add_option(
+      "DIR", orders.folder, "Folder to fill, made where it is missing; with --report, the one to report on");
   auto* toCheck = app.add_option("--check", orders.folderToCheck, "Only check the files of this folder");
   auto* toList = app.add_flag("--list", orders.list, "Only list the sounds");
+  auto* toReport = app.add_option("--report", orders.report,
+                                  "Only write a page of pictures about the files of DIR, an HTML file");
   app.add_option("--only", orders.only, "Only this sound, such as vorn1t5 (may be repeated)")
       ->allow_extra_args(false);
   app.add_option("--jobs,-j", orders.workers, "Sounds to make at a time")->check(CLI::Range(1, 64));
   toCheck->excludes(toList)->excludes(folder);
   folder->excludes(toList);
+  toReport->needs(folder);
   app.callback([&] {
     if (orders.folder.empty() && orders.folderToCheck.empty() && !orders.list) {
       throw CLI::RequiredError("DIR, --check or --list");

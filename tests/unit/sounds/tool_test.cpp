@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string>
 
+#include "recipe.h"
 #include "support_sounds.h"
 
 namespace vorn::sounds {
@@ -118,6 +119,35 @@ TEST_F(SoundTool, MissesAFile) {
   const Outcome nowhere = run("$TOOL --check " + in("nowhere"));
   EXPECT_NE(nowhere.status, 0);
   EXPECT_THAT(nowhere.output, HasSubstr("there is no folder " + in("nowhere")));
+}
+
+TEST_F(SoundTool, ReportsOnTheSounds) {
+  ASSERT_EQ(run("$TOOL " VORN_SOUNDS_FOLDER " --report " + in("report.html")).status, 0);
+  const std::string page = bytesOf(in("report.html"));
+  const auto count = [&](const std::string& text) {
+    int times = 0;
+    for (auto at = page.find(text); at != std::string::npos; at = page.find(text, at + 1)) ++times;
+    return times;
+  };
+  int loops = 0;
+  for (const Recipe& recipe : allRecipes()) {
+    EXPECT_THAT(page, HasSubstr("<tr id=\"" + std::string(recipe.name) + "\">"));
+    loops += recipe.play == Play::kLoop;
+  }
+  EXPECT_EQ(count("<svg class=\"waveform\""), 108);
+  EXPECT_EQ(count("src=\"data:image/png;base64,iVBORw0KGgo"), 108);  // the signature of PNG
+  EXPECT_EQ(count("<svg class=\"seam\""), loops);
+  EXPECT_EQ(count(" LUFS"), 108);
+  EXPECT_EQ(count("<table class=\"distances\">"), 10);
+  EXPECT_EQ(count("src="), 108);  // nothing from elsewhere
+}
+
+TEST_F(SoundTool, SaysWhyThereIsNoReport) {
+  const Outcome outcome = run("$TOOL " + in("") + " --report " + in("report.html"));
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn0.wav"));
+  EXPECT_FALSE(std::filesystem::exists(in("report.html")));
+  EXPECT_NE(run("$TOOL --report " + in("report.html")).status, 0);
 }
 
 TEST_F(SoundTool, SaysWhatItDoesNotUnderstand) {

@@ -1,0 +1,193 @@
+#include "report.h"
+
+#include <fmt/format.h>
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <sndfile.hh>
+#include <stdexcept>
+
+#include "finish.h"
+#include "hearing/fingerprint.h"
+#include "hearing/spectrogram.h"
+#include "picture.h"
+#include "tracks/catalogue.h"
+
+namespace vorn::report {
+namespace {
+
+using sounds::Play;
+using sounds::Recipe;
+
+constexpr double kSeamSeconds = 0.01;
+
+struct Sound {
+  const Recipe* recipe;
+  int rate;
+  synth::Channels channels;
+  const synth::Signal& shown() const { return channels.front(); }
+};
+
+Sound readSound(const Recipe& recipe, const std::string& folder) {
+  const std::string path = folder + "/" + soundFileName(recipe.name);
+  SndfileHandle file(path);
+  if (file.error() != SF_ERR_NO_ERROR || file.channels() < 1 || file.frames() < 1)
+    throw std::runtime_error(path + ": " + file.strError());
+  const auto channels = static_cast<std::size_t>(file.channels());
+  std::vector<double> samples(static_cast<std::size_t>(file.frames()) * channels);
+  file.readf(samples.data(), file.frames());
+  Sound sound{&recipe, file.samplerate(), synth::Channels(channels)};
+  for (std::size_t i = 0; i < samples.size(); ++i) sound.channels[i % channels].push_back(samples[i]);
+  return sound;
+}
+
+double decibels(double gain) {
+  return 20 * std::log10(gain + 1e-10);
+}
+
+std::string loudnessOf(const Sound& sound) {
+  const double lufs = measured(sound.channels, *sound.recipe, sound.rate);
+  if (sound.recipe->level.meter == sounds::Meter::kAsRendered) return fmt::format("{:.1f} LUFS", lufs);
+  return fmt::format("{:.1f} LUFS (wanted {:.1f})", lufs, sound.recipe->level.lufs);
+}
+
+/// The jump from a loop's last sample to its first, as a share of the largest inside.
+double jumpAtSeam(const synth::Signal& loop) {
+  double largest = 1e-9;
+  for (std::size_t i = 1; i < loop.size(); ++i) largest = std::max(largest, std::abs(loop[i] - loop[i - 1]));
+  return std::abs(loop.front() - loop.back()) / largest;
+}
+
+std::string seamOf(const Sound& sound) {
+  if (sound.recipe->play != Play::kLoop) return "<td>no loop</td>";
+  return fmt::format("<td>{}<br>jump {:.0f} % of the largest inside</td>",
+                     seam(sound.shown(), static_cast<std::size_t>(kSeamSeconds * sound.rate)),
+                     100 * jumpAtSeam(sound.shown()));
+}
+
+std::string rowOf(const Sound& sound) {
+  const std::string name(sound.recipe->name);
+  double peak = 0;
+  for (const synth::Signal& channel : sound.channels) peak = std::max(peak, synth::peakOf(channel));
+  return fmt::format(
+      "<tr id=\"{0}\"><th>{0}<p>{1}</p><p>{2:.2f} s, {3} Hz<br>{4}<br>peak {5:.1f} dB</p></th>"
+      "<td>{6}</td><td>{7}</td>{8}</tr>\n",
+      name, sound.recipe->what, static_cast<double>(sound.shown().size()) / sound.rate, sound.rate,
+      loudnessOf(sound), decibels(peak), waveform(sound.shown()),
+      imageOf(spectrogramImage(sound.shown(), sound.rate), "spectrogram of " + name), seamOf(sound));
+}
+
+/// Distances of cues, in shares of the median of all pairs.
+class Distances {
+ public:
+  explicit Distances(const std::map<int, hearing::Fingerprint>& raw) {
+    std::vector<hearing::Fingerprint> all;
+    for (const auto& [cue, print] : raw) all.push_back(print);
+    const hearing::Scaling scaling(all);
+    for (const auto& [cue, print] : raw) prints_[cue] = scaling.scaled(print);
+    std::vector<double> values;
+    for (const auto& [one, first] : prints_) {
+      for (const auto& [other, second] : prints_) {
+        if (one < other) values.push_back(hearing::distance(first, second));
+      }
+    }
+    median_ = hearing::percentile(values, 0.5);
+  }
+
+  double operator()(int one, int other) const {
+    return hearing::distance(prints_.at(one), prints_.at(other)) / median_;
+  }
+
+ private:
+  std::map<int, hearing::Fingerprint> prints_;
+  double median_ = 1;
+};
+
+std::string cueName(int cue) {
+  return "vorn1t" + std::to_string(cue);
+}
+
+std::vector<int> cuesOf(const Track& track) {
+  std::vector<int> cues;
+  for (const Segment& segment : track.segments) {
+    if (std::ranges::find(cues, segment.cue) == cues.end()) cues.push_back(segment.cue);
+  }
+  return cues;
+}
+
+/// A square a pair: the redder, the more alike.
+std::string cellOf(int one, int other, const Distances& distances) {
+  if (one == other) return "<td></td>";
+  const double distance = distances(one, other);
+  const int share = static_cast<int>(100 * std::clamp((distance - 0.35) / 0.65, 0.0, 1.0));
+  return fmt::format("<td style=\"background:color-mix(in srgb,#fff {}%,#d33)\">{:.2f}</td>", share,
+                     distance);
+}
+
+std::string distancesOf(const Track& track, const Distances& distances) {
+  const std::vector<int> cues = cuesOf(track);
+  std::string table = fmt::format("<h3>{}</h3><table class=\"distances\"><tr><th></th>", track.name);
+  for (const int cue : cues) table += "<th>" + std::to_string(cue) + "</th>";
+  table += "</tr>";
+  for (const int one : cues) {
+    table += fmt::format("<tr><th><a href=\"#{0}\">{0}</a> {1}</th>", cueName(one),
+                         sounds::findRecipe(cueName(one))->what);
+    for (const int other : cues) table += cellOf(one, other, distances);
+    table += "</tr>";
+  }
+  return table + "</table>\n";
+}
+
+std::string tracksChapter(const std::map<int, hearing::Fingerprint>& prints) {
+  std::string chapter =
+      "<h2>Distances between the cues of each track</h2>"
+      "<p>In shares of the median of all pairs; the redder, the more alike. Cues in the order heard.</p>";
+  const Distances distances(prints);
+  for (const Track* track : allTracks()) chapter += distancesOf(*track, distances);
+  return chapter;
+}
+
+bool areAllCuesIn(const std::map<int, hearing::Fingerprint>& prints) {
+  return std::ranges::all_of(allTracks(), [&](const Track* track) {
+    return std::ranges::all_of(track->segments, [&](const Segment& s) { return prints.contains(s.cue); });
+  });
+}
+
+constexpr std::string_view kHead = R"(<!DOCTYPE html>
+<html lang="en"><head><meta charset="utf-8"><title>The sounds of the game</title><style>
+body{font:13px sans-serif;margin:1em} table{border-collapse:collapse} th{font-weight:normal;text-align:left}
+td,th{padding:3px 6px;vertical-align:top;border-bottom:1px solid #ddd} p{margin:2px 0}
+path{stroke:#246;fill:none} polyline{stroke:#246;fill:none} .seam path{stroke:#d33} svg{background:#f4f4f4}
+.distances td{text-align:center}
+</style></head><body><h1>The sounds of the game</h1>
+)";
+
+}  // namespace
+
+void writeReport(std::span<const Recipe* const> recipes, const std::string& folder, const std::string& path) {
+  std::string rows;
+  std::map<int, hearing::Fingerprint> prints;
+  for (const Recipe* recipe : recipes) {
+    const Sound sound = readSound(*recipe, folder);
+    rows += rowOf(sound);
+    if (recipe->name.starts_with("vorn1t")) {
+      prints[std::stoi(std::string(recipe->name.substr(6)))] =
+          hearing::fingerprintOf(sound.shown(), sound.rate);
+    }
+  }
+  // The two voices of the pit are no cues.
+  prints.erase(72);
+  prints.erase(73);
+  std::ofstream page(path, std::ios::binary);
+  page << kHead << "<table><tr><th>sound</th><th>course</th><th>spectrogram, to half the rate</th>"
+       << "<th>seam, 10 ms each side</th></tr>\n"
+       << rows << "</table>\n";
+  if (areAllCuesIn(prints)) page << tracksChapter(prints);
+  page << "</body></html>\n";
+  page.close();
+  if (!page) throw std::runtime_error("cannot write " + path);
+}
+
+}  // namespace vorn::report
