@@ -253,18 +253,19 @@ TEST_F(BadSounds, AnEmptyOne) {
   expectComplaint("no bytes");
 }
 
+// It has one item, up to an end mark far behind this byte.
 TEST_F(BadSounds, OneOfTheRightSizeWithACommaMore) {
-  std::string bytes = s.folder.read("vorn12.wav");
+  std::string bytes = s.folder.read("vorn1.wav");
   bytes[50] = ',';
-  s.folder.write("vorn12.wav", bytes);
+  s.folder.write("vorn1.wav", bytes);
   expectComplaint("a comma more");
 }
 
-TEST_F(BadSounds, OneThatEndsEarly) {
+TEST_F(BadSounds, OneOfTheRightSizeThatEndsEarly) {
   std::string bytes = s.folder.read("vorn12.wav");
-  bytes[bytes.size() / 2] = 26;
+  bytes[45] = 26;
   s.folder.write("vorn12.wav", bytes);
-  expectComplaint("an end mark in the middle");
+  expectComplaint("an end mark before its 126 items");
 }
 
 // The complaint is heard whole, and then the farewell.
