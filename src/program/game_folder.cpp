@@ -40,9 +40,9 @@ std::string quoted(const fs::path& path) {
 
 fs::path gameFolder(const fs::path& asked) {
   if (!asked.empty()) return asked;
-  const fs::path current = fs::current_path();
+  fs::path current = fs::current_path();
   if (holdsSounds(current)) return current;
-  const fs::path own = dataHome() / "vorn1";
+  fs::path own = dataHome() / "vorn1";
   fs::create_directories(own);
   return own;
 }
