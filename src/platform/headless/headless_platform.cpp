@@ -11,6 +11,7 @@
 namespace vorn {
 namespace {
 
+constexpr int kRunTimeError = 1;
 constexpr const char* kControllerIdentifier = "virtual controller";
 
 std::unique_ptr<Speaker> makeSpeaker(const HeadlessOptions& options, Render* render) {
@@ -38,21 +39,29 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options, const Headles
 HeadlessPlatform::~HeadlessPlatform() = default;
 
 int HeadlessPlatform::run(const std::function<int()>& game) {
-  int exitStatus = 0;
+  const int exitStatus = outcomeOf(game);
   try {
-    exitStatus = game();
+    world_.trace.end(exitStatus);
+    if (render_) render_->flush();
+  } catch (const PlatformError& error) {
+    diagnostics_ << error.what() << std::endl;
+    return kRunTimeError;
+  }
+  return exitStatus;
+}
+
+int HeadlessPlatform::outcomeOf(const std::function<int()>& game) {
+  try {
+    return game();
   } catch (const ProgramEnd& end) {
-    exitStatus = end.exitStatus;
+    return end.exitStatus;
   } catch (const WindowClosed&) {
-    exitStatus = 0;
+    return 0;
   } catch (const std::exception& error) {
-    exitStatus = 1;
     diagnostics_ << error.what() << std::endl;
     world_.trace.error(error.what());
+    return kRunTimeError;
   }
-  world_.trace.end(exitStatus);
-  if (render_) render_->flush();
-  return exitStatus;
 }
 
 void HeadlessPlatform::doYield(int) {

@@ -60,6 +60,7 @@ class HeadlessPlatform : public Platform {
 
  private:
   void doYield(int atMostMs) override;
+  int outcomeOf(const std::function<int()>& game);
   void notifyOfController();
 
   std::unique_ptr<Render> render_;  ///< null: nobody listens

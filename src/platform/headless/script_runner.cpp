@@ -71,28 +71,29 @@ bool ScriptRunner::finishSteps() {
   while (next_ != steps_.size()) {
     if (const auto* wait = std::get_if<Wait>(&steps_[next_])) {
       if (!std::visit([this](const auto& await) { return isOver(await); }, *wait)) {
-        checkLimit(std::visit([](const auto& await) { return describe(await); }, *wait));
+        if (hasPassedLimit())
+          endAtLimit(std::visit([](const auto& await) { return describe(await); }, *wait));
         return false;
       }
-      beginNextStep();
+      beginStep(next_ + 1);
     } else {
       const Action action = std::get<Action>(steps_[next_]);
-      beginNextStep();  // first, since an action may leave by an exception
+      beginStep(next_ + 1);  // first, since an action may leave by an exception
       std::visit([this](const auto& taken) { carryOut(taken); }, action);
     }
   }
   return true;
 }
 
-void ScriptRunner::beginNextStep() {
-  ++next_;
+void ScriptRunner::beginStep(std::size_t step) {
+  next_ = step;
   stepBegan_ = world_.clock.now();
   ticksAtStep_ = world_.carTicks;
 }
 
 bool ScriptRunner::readStatement() {
   if (hasEnded_) {
-    checkLimit("the program to end");
+    if (hasPassedLimit()) endAtLimit("the program to end");
     return false;
   }
   world_.trace.flush();
@@ -105,14 +106,16 @@ bool ScriptRunner::readStatement() {
   }
   ++lineNumber_;
   steps_ = parseLine(*line);
-  next_ = 0;
-  stepBegan_ = lineBegan_ = world_.clock.now();
-  ticksAtStep_ = world_.carTicks;
+  lineBegan_ = world_.clock.now();
+  beginStep(0);
   return true;
 }
 
-void ScriptRunner::checkLimit(const std::string& awaited) const {
-  if (world_.clock.now() - lineBegan_ < world_.options.limitMs) return;
+bool ScriptRunner::hasPassedLimit() const {
+  return world_.clock.now() - lineBegan_ >= world_.options.limitMs;
+}
+
+void ScriptRunner::endAtLimit(const std::string& awaited) const {
   endWith(kLimitPassed, "waited " + std::to_string(world_.options.limitMs) + " ms for " + awaited);
 }
 

@@ -27,8 +27,9 @@ class ScriptRunner {
  private:
   bool finishSteps();
   bool readStatement();
-  void beginNextStep();
-  void checkLimit(const std::string& awaited) const;
+  void beginStep(std::size_t step);
+  bool hasPassedLimit() const;
+  [[noreturn]] void endAtLimit(const std::string& awaited) const;
   [[noreturn]] void endWith(int exitStatus, const std::string& reason) const;
 
   bool isOver(const step::Pause& pause);

@@ -47,7 +47,7 @@ struct World {
   std::vector<std::string> requestedTexts;  ///< everything the game asked to be said, in UTF-8
 
   std::shared_ptr<RecordingCache> recordings;
-  Render* render = nullptr;  ///< where nobody listens
+  Render* render = nullptr;  ///< null: nobody listens
 
   KeyboardState keyboard{};
   ControllerState controller;

@@ -189,6 +189,11 @@ TEST_F(HeadlessController, StatementsOfOneYieldAreReportedTogetherAfterTheLast) 
   EXPECT_NE(readings[0].buttons[3], 0);
 }
 
+TEST_F(HeadlessController, AChangeIsReportedWhateverFollowsItInTheSameYield) {
+  drive("axis X 5\naxis Y 0\nbutton 0 up\nwait 2\nbutton 3 down\nbutton 4 up\nwait 2\nend");
+  EXPECT_THAT(callbacks, ElementsAre(Callback{1, 7}, Callback{3, 7}));
+}
+
 TEST_F(HeadlessController, WhatDoesNotChangeIsNotReported) {
   drive(
       "axis X 5\nwait 2\naxis X 5\nwait 2\nbutton 0 up\nwait 2\nbutton 0 down\nwait 2\nbutton 0 down\nwait "

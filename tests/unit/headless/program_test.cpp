@@ -131,6 +131,14 @@ TEST_F(Program, ReportsAFailedCall) {
   EXPECT_THAT(lastLine(finished.output), EndsWith("\"ev\":\"end\",\"exit\":1}\n"));
 }
 
+TEST_F(Program, ReportsATraceOrARenderThatCannotBeWritten) {
+  for (const char* option : {"--trace", "--render"}) {
+    const Finished finished = play({option, "/dev/full"}, "wait 5000\nend");
+    EXPECT_EQ(finished.exitStatus, 1) << option;
+    EXPECT_THAT(finished.errors, HasSubstr(option + 2));
+  }
+}
+
 TEST_F(Program, TakesItsOptions) {
   const Finished finished =
       play({"--trace", "-", "--controller", "--voices", "5", "--seed", "7", "--date", "2024-02-29", "--time",

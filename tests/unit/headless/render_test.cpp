@@ -51,7 +51,7 @@ class HeadlessRender : public HeadlessTest {
 };
 
 TEST_F(HeadlessRender, HasFortyEightFramesForEveryMillisecond) {
-  run("wait 1000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     EXPECT_THAT(sink.samples, SizeIs(0));
     p.yield();
@@ -65,7 +65,7 @@ TEST_F(HeadlessRender, HasFortyEightFramesForEveryMillisecond) {
 }
 
 TEST_F(HeadlessRender, PlaysTheBuffersAsTheyAreToldTo) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto device = p.createSoundDevice();
     auto buffer = device->CreateSoundBufferFromFile("a", "tone.wav", 0);
     yield(p, 100);
@@ -103,6 +103,27 @@ TEST_F(HeadlessRender, PlaysTheBuffersAsTheyAreToldTo) {
   expectBoth(620, 700, 0);
   expectBoth(720, 800, kTone);
   expectBoth(820, 900, 0);
+}
+
+TEST_F(HeadlessRender, ABufferSoundsAtItsFrequency) {
+  scene([&](HeadlessPlatform& p) {
+    const auto device = p.createSoundDevice();
+    const auto buffer = device->CreateSoundBufferFromFile("a", "tone.wav", 0);
+    buffer->Play(1);
+    yield(p, 1000);
+    buffer->SetFrequency(88200);
+    yield(p, 1000);
+  });
+  const auto risesWithin = [&](int fromMs, int toMs) {
+    int rises = 0;
+    for (std::size_t i = static_cast<std::size_t>(fromMs) * 96; i < static_cast<std::size_t>(toMs) * 96;
+         i += 2) {
+      rises += sink.samples.at(i) <= 0 && sink.samples.at(i + 2) > 0 ? 1 : 0;
+    }
+    return rises;
+  };
+  EXPECT_NEAR(risesWithin(100, 900), 441 * 8 / 10, 1);
+  EXPECT_NEAR(risesWithin(1100, 1900), 882 * 8 / 10, 1);
 }
 
 TEST_F(HeadlessRender, SoundsAreMuteWithoutTheFocusButRunOn) {
@@ -150,10 +171,15 @@ TEST_F(HeadlessRender, IsFlushedWheneverTheScriptIsReadFurther) {
   EXPECT_EQ(sink.flushed, 13U * 96);
 }
 
+TEST_F(HeadlessRender, IsFlushedAtTheEndOfTheProgram) {
+  scene([&](HeadlessPlatform& p) { yield(p, 30); });
+  EXPECT_EQ(sink.flushed, 30U * 96);
+}
+
 TEST_F(HeadlessRender, TheSynthesiserIsHeardForAsLongAsItSpeaks) {
   options.speech = HeadlessSpeech::kEspeak;
   std::int64_t spoken = 0;
-  run("wait 100000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     EXPECT_THAT(voice->GetVoices(), SizeIs(3));
     yield(p, 100);
@@ -187,7 +213,7 @@ TEST_F(HeadlessRender, TheSynthesiserSpeaksTextAfterTextAndThroughALostFocus) {
 
 TEST_F(HeadlessRender, APurgeSilencesTheSynthesiserAtOnce) {
   options.speech = HeadlessSpeech::kEspeak;
-  run("wait 100000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->Speak("Welcome to the Maple Leaf Try Oval Track", speak_flags::kQueue);
     yield(p, 500);
@@ -204,7 +230,7 @@ TEST_F(HeadlessRender, TheSynthesiserTakesItsRate) {
   render = nullptr;
   const auto timeAt = [&](int rate) {
     std::int64_t ms = 0;
-    run("wait 100000", [&](HeadlessPlatform& p) {
+    scene([&](HeadlessPlatform& p) {
       const auto voice = p.createVoice();
       voice->setRate(rate);
       voice->Speak("Welcome to the Maple Leaf Try Oval Track", speak_flags::kSynchronous);

@@ -10,7 +10,7 @@ using testing::IsEmpty;
 using HeadlessTime = HeadlessTest;
 
 TEST_F(HeadlessTime, StandsStillBetweenYieldsAndMovesOneMillisecondInEach) {
-  run("wait 100", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     EXPECT_EQ(p.tickCount(), 1000);
     EXPECT_EQ(p.tickCount(), 1000);
     p.yield();
@@ -24,7 +24,7 @@ TEST_F(HeadlessTime, StandsStillBetweenYieldsAndMovesOneMillisecondInEach) {
 
 TEST_F(HeadlessTime, TheTickCountStartsWhereItIsToldAndWraps) {
   options.tickCount = 2147483646;
-  run("wait 100", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     EXPECT_EQ(p.tickCount(), 2147483646);
     yield(p, 1);
     EXPECT_EQ(p.tickCount(), 2147483647);
@@ -32,7 +32,7 @@ TEST_F(HeadlessTime, TheTickCountStartsWhereItIsToldAndWraps) {
     EXPECT_EQ(p.tickCount(), -2147483647 - 1);
   });
   options.tickCount = -5;
-  run("wait 100", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     EXPECT_EQ(p.tickCount(), -5);
     yield(p, 7);
     EXPECT_EQ(p.tickCount(), 2);
@@ -42,7 +42,7 @@ TEST_F(HeadlessTime, TheTickCountStartsWhereItIsToldAndWraps) {
 TEST_F(HeadlessTime, DateAndTimeOfDayRunOnOverMidnight) {
   options.date = std::chrono::year(2027) / 12 / 31;
   options.timeOfDay = std::chrono::seconds(86399);
-  run("wait 5000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     yield(p, 250);
     EXPECT_DOUBLE_EQ(p.secondsSinceMidnight(), 86399.25);
     EXPECT_EQ(p.today().day, 31);
@@ -265,7 +265,7 @@ TEST_F(HeadlessTime, ASecondCloseEndsTheProgramAtOnce) {
   EXPECT_EQ(run("close\nwait 5\nclose\nwait 5\necho never",
                 [&](HeadlessPlatform& p) {
                   EXPECT_THROW(yield(p, 1), WindowClosed);
-                  yieldForever(p);
+                  EXPECT_THROW(yieldForever(p), ProgramEnd);
                 }),
             0);
   EXPECT_EQ(trace.lines().back().at("ms"), 7);

@@ -49,6 +49,16 @@ class HeadlessTest : public testing::Test, protected EventReceiver {
     });
   }
 
+  /// Runs a game that is over by itself, long before its script, and that must come to its end.
+  void scene(const Game& game) {
+    bool hasEnded = false;
+    run("wait 1000000", [&](HeadlessPlatform& p) {
+      game(p);
+      hasEnded = true;
+    });
+    EXPECT_TRUE(hasEnded) << diagnostics.str();
+  }
+
   static void yieldForever(HeadlessPlatform& platform) {
     for (;;) platform.yield();
   }

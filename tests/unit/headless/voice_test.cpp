@@ -48,7 +48,7 @@ class HeadlessVoice : public HeadlessTest {
 };
 
 TEST_F(HeadlessVoice, AQueuedTextReturnsAtOnceAndIsSpokenInItsTime) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     EXPECT_EQ(voice->RunningState(), 1);
     voice->Speak("abc", speak_flags::kQueue);
@@ -58,7 +58,7 @@ TEST_F(HeadlessVoice, AQueuedTextReturnsAtOnceAndIsSpokenInItsTime) {
 }
 
 TEST_F(HeadlessVoice, TextsQueueOneBehindTheOther) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->Speak("abc", speak_flags::kQueue);
     yield(p, 100);
@@ -71,7 +71,7 @@ TEST_F(HeadlessVoice, TextsQueueOneBehindTheOther) {
 }
 
 TEST_F(HeadlessVoice, ASynchronousTextWaitsForAllThatIsQueued) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->Speak("abc", speak_flags::kQueue);
     yield(p, 30);
@@ -96,7 +96,7 @@ TEST_F(HeadlessVoice, NoEventIsDeliveredDuringASynchronousText) {
 }
 
 TEST_F(HeadlessVoice, APurgeEmptiesTheQueueAtOnce) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->Speak("abc", speak_flags::kQueue);
     voice->Speak("def", speak_flags::kQueue);
@@ -112,7 +112,7 @@ TEST_F(HeadlessVoice, APurgeEmptiesTheQueueAtOnce) {
 }
 
 TEST_F(HeadlessVoice, AnEmptyTextThatIsNoPurgeTakesAMillisecond) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->Speak("", speak_flags::kQueue);
     EXPECT_EQ(yieldsUntilIdle(p, *voice), 1);
@@ -120,7 +120,7 @@ TEST_F(HeadlessVoice, AnEmptyTextThatIsNoPurgeTakesAMillisecond) {
 }
 
 TEST_F(HeadlessVoice, SettingsCountFromTheRequestOn) {
-  run("wait 10000", [&](HeadlessPlatform& p) {
+  scene([&](HeadlessPlatform& p) {
     const auto voice = p.createVoice();
     voice->setRate(10);
     voice->Speak("abc", speak_flags::kQueue);
