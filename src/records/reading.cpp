@@ -39,9 +39,9 @@ struct Reset {
 };
 
 Reset resetOf(const GameState& g, int track) {
-  const std::string name = "the " + g.trackNames[track];
-  return {"vorn1" + std::string(trackWord(track)), " Reset " + name + " records? no ",
-          " The " + g.trackNames[track] + " records have been reset. "};
+  const std::string& name = g.trackNames[track];
+  return {"vorn1" + std::string(trackWord(track)), " Reset the " + name + " records? no ",
+          " The " + name + " records have been reset. "};
 }
 
 Reset resetOfAll() {
