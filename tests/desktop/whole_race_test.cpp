@@ -21,7 +21,7 @@
 #include <thread>
 #include <vector>
 
-#include "desktop/key_presser.h"
+#include "desktop/player.h"
 #include "support/program.h"
 #include "support/temporary_folder.h"
 
@@ -77,38 +77,6 @@ class Recording {
 
  private:
   std::string file_;
-};
-
-/// Plays by what is said, as captions tell it.
-class Player {
- public:
-  explicit Player(const fs::path& folder)
-      : game_({VORN_PROGRAM, "--captions", "--speech", "espeak", "--folder", folder.string()}) {}
-
-  /// The next text that contains `part`; throws where it does not come in time.
-  std::string waitFor(const std::string& part, int seconds = 20) {
-    std::string heardMeanwhile;
-    while (const auto text = game_.readLine(seconds * 1000)) {
-      if (text->find(part) != std::string::npos) return *text;
-      heardMeanwhile += *text + "\n";
-    }
-    throw std::runtime_error("never heard \"" + part + "\" but:\n" + heardMeanwhile);
-  }
-
-  /// Presses a key when a person would: after a moment, and not too briefly.
-  void answer(const std::string& key) {
-    rest(600);
-    keys.tap(key, 120);
-  }
-
-  std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
-  void rest(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
-  int waitForEnd() { return game_.waitForEnd(); }
-
-  KeyPresser keys;
-
- private:
-  LiveProgram game_;
 };
 
 /// Keeps the car on the road by its spoken position alone. Every turn of this track
@@ -173,15 +141,9 @@ class Driver {
   int crashes_ = 0;
 };
 
-void linkSounds(const TemporaryFolder& folder) {
-  for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
-    fs::copy_file(sound.path(), folder.path() / sound.path().filename());
-  }
-}
-
 TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   const TemporaryFolder folder;
-  linkSounds(folder);
+  copySounds(folder);
   // No marks of speed and no gears, so that every number heard is a position.
   folder.write("vorn1ops.cfg", "1\r\n2\r\n2\r\n1\r\n2\r\n1\r\n");
   const Recording recording;

@@ -1,0 +1,38 @@
+#include "desktop/player.h"
+
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+namespace vorn {
+
+namespace fs = std::filesystem;
+
+Player::Player(const fs::path& folder)
+    : game_({VORN_PROGRAM, "--captions", "--speech", "espeak", "--folder", folder.string()}) {}
+
+std::string Player::waitFor(const std::string& part, int seconds) {
+  std::string heardMeanwhile;
+  while (const auto text = game_.readLine(seconds * 1000)) {
+    if (text->find(part) != std::string::npos) return *text;
+    heardMeanwhile += *text + "\n";
+  }
+  throw std::runtime_error("never heard \"" + part + "\" but:\n" + heardMeanwhile);
+}
+
+void Player::answer(const std::string& key) {
+  rest(600);
+  keys.tap(key, 120);
+}
+
+void Player::rest(int milliseconds) {
+  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+void copySounds(const TemporaryFolder& folder) {
+  for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
+    fs::copy_file(sound.path(), folder.path() / sound.path().filename());
+  }
+}
+
+}  // namespace vorn

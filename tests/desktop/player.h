@@ -1,0 +1,38 @@
+/// Someone who plays at the desktop: real keys into the real window, guided by
+/// nothing but what the game says, as its captions tell it.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "desktop/key_presser.h"
+#include "support/program.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+
+class Player {
+ public:
+  /// Starts the program in `folder`. It is killed when the player goes before its end.
+  explicit Player(const std::filesystem::path& folder);
+
+  /// The next text that contains `part`; throws where it does not come in time.
+  std::string waitFor(const std::string& part, int seconds = 20);
+  /// Presses a key when a person would: after a moment, and not too briefly.
+  void answer(const std::string& key);
+  /// The next text; nothing where none comes in time.
+  std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
+  void rest(int milliseconds);
+  int waitForEnd() { return game_.waitForEnd(); }
+
+  KeyPresser keys;
+
+ private:
+  LiveProgram game_;
+};
+
+/// Puts the sounds into `folder`.
+void copySounds(const TemporaryFolder& folder);
+
+}  // namespace vorn
