@@ -153,7 +153,7 @@ TEST(KirtlandsFirstCue, StopsShortOfItsFullVolume) {
   EXPECT_GT(loudest, -900);  // within a tick's way of -417
 }
 
-TEST(GenevasBanking, LetsAStandingCarSlideBackForAnHour) {
+TEST(GenevasBanking, LetsAStandingCarSlideBackForMinutes) {
   WheelDriver driver(kGeneva);
   int standing = 0;
   double lowest = 0;

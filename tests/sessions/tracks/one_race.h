@@ -21,6 +21,7 @@ class OneRace {
   OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener = nullptr);
 
   const TraceRecord& trace() const { return session_.trace(); }
+  /// The ticks that the driver saw: all but the one that the start ends with.
   const std::vector<TickReport>& ticks() const { return ticks_; }
   int exitStatus() const { return session_.exitStatus(); }
   const std::string& diagnostics() const { return session_.diagnostics(); }

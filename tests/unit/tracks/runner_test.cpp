@@ -27,6 +27,7 @@ class Runner : public testing::Test {
     g.gear = 0;
     g.speed = speed;
     g.lapsToRun = 1;
+    rig.platform.milliseconds["vorn1t73"] = 8297;  // the pit box voice
     rig.platform.onTick = [this] { hold(); };
   }
 
@@ -208,6 +209,23 @@ TEST_F(Runner, AStopOnPitRoadBeginsTheLapAnew) {
       EXPECT_DOUBLE_EQ(rig.platform.ticks[i + 1].lapPosition, 2000 + 555 + 50);
     }
   }
+}
+
+TEST_F(Runner, APitKeyStillHeldIsTakenAgainAfterTheStop) {
+  g.btnPitRoad = 1;
+  int stops = 0;
+  rig.platform.onTick = [&] {
+    g.speed = 50;
+    g.lateralPosition = 10;
+    if (g.warnDistance == 5000 && g.lapPosition > 3000) {
+      g.speed = 0;
+      ++stops;
+    }
+    if (stops == 2) g.escapePressed = 1;
+  };
+  EXPECT_FALSE(driveLaps(g, kMaple));
+  // No tick on the track between the two, nor before the first.
+  EXPECT_THAT(ticksBySegment(), ElementsAre(testing::Pair(0, testing::Gt(200))));
 }
 
 TEST_F(Runner, ALateRequestForPitRoadChangesNothing) {
