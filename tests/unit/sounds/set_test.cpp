@@ -51,7 +51,7 @@ TEST(Set, HasARecipeForEveryFile) {
 
 TEST(Set, PassesTheChecks) {
   for (const CatalogueEntry& entry : soundCatalogue()) {
-    const std::string path = std::string(VORN_SOUNDS_FOLDER) + "/" + soundFileName(entry.name);
+    const std::string path = test::pathOf(entry.name);
     EXPECT_THAT(faultsOfFile(layoutOf(entry.name), path), testing::IsEmpty()) << entry.name;
   }
 }

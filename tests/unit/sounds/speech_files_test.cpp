@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <sndfile.hh>
 #include <string>
 
 #include "recipes/pit_box.h"
+#include "support/temporary_folder.h"
 #include "support_sounds.h"
 #include "synth/resample.h"
 
@@ -29,11 +28,7 @@ public <said> = start your engine | stop your engine | start your race | gas the
 
 class Recogniser {
  public:
-  Recogniser() {
-    std::filesystem::create_directories(folder_);
-    std::ofstream(folder_ / "said.jsgf") << kGrammar;
-  }
-  ~Recogniser() { std::filesystem::remove_all(folder_); }
+  Recogniser() { folder_.write("said.jsgf", kGrammar); }
 
   /// The sentence it hears in `words` (at its own rate).
   std::string hear(Signal words) const {
@@ -41,11 +36,11 @@ class Recogniser {
     const Signal silence(static_cast<std::size_t>(0.4 * kRecogniserRate));
     words.insert(words.begin(), silence.begin(), silence.end());
     words.insert(words.end(), silence.begin(), silence.end());
-    const std::string file = folder_ / "words.wav";
+    const std::string file = folder_.path() / "words.wav";
     SndfileHandle(file, SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1, kRecogniserRate)
         .write(words.data(), static_cast<sf_count_t>(words.size()));
     const std::string command = "pocketsphinx_continuous -infile " + file + " -jsgf " +
-                                (folder_ / "said.jsgf").string() +
+                                (folder_.path() / "said.jsgf").string() +
                                 " -beam 1e-80 -wbeam 1e-60 -pbeam 1e-80 -logfn /dev/null";
     std::FILE* pipe = popen(command.c_str(), "r");
     std::string said;
@@ -56,8 +51,7 @@ class Recogniser {
   }
 
  private:
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("said." + std::to_string(getpid()));
+  TemporaryFolder folder_;
 };
 
 Signal atRecogniserRate(std::string_view name) {

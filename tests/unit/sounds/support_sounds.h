@@ -100,9 +100,15 @@ inline Heard hear(const std::string& path) {
   return heard;
 }
 
+/// Where the test run has made the sound `name`.
+inline std::string pathOf(std::string_view name) {
+  std::string path = VORN_SOUNDS_FOLDER;
+  return path.append("/").append(soundFileName(name));
+}
+
 /// The recording `name` of the set that the test run made.
 inline Heard hearSound(std::string_view name) {
-  return hear(std::string(VORN_SOUNDS_FOLDER) + "/" + soundFileName(name));
+  return hear(pathOf(name));
 }
 
 }  // namespace vorn::test

