@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <numeric>
 #include <sstream>
@@ -18,9 +19,10 @@
 namespace vorn {
 namespace {
 
-constexpr int kPlaceStep = 5;    // lateral units
-constexpr int kListenMs = 1000;  // at each place
-constexpr int kGlideMs = 50;     // to new volumes
+constexpr int kPlaceStep = 5;  // lateral units
+/// What is heard at each place: the whole loop of a wall sound, so that all places hear the same.
+constexpr std::array kLoopMs{0, 1995, 2592, 1402};
+constexpr int kGlideMs = 50;  // to new volumes
 
 double product(const synth::Signal& one, const synth::Signal& other) {
   return std::inner_product(one.begin(), one.end(), other.begin(), 0.0);
@@ -50,7 +52,7 @@ struct Place {
 /// Nothing but the walls, from the left one to the right one.
 class Crossing {
  public:
-  explicit Crossing(int wallSound) {
+  explicit Crossing(int wallSound) : listenMs_(kLoopMs[static_cast<std::size_t>(wallSound)]) {
     linkSounds(folder_);
     HeadlessOptions options;
     options.folder = folder_.path();
@@ -72,7 +74,7 @@ class Crossing {
     const BufferCourse left = asLoudAsRecorded("wallLeftBuffer"), right = asLoudAsRecorded("wallRightBuffer");
     const Recording recording = readWav(left.file, folder_.read(left.file));
     for (std::size_t i = 0; i < heardFrom_.size(); ++i) {
-      const std::int64_t from = heardFrom_[i], to = from + kListenMs;
+      const std::int64_t from = heardFrom_[i], to = from + listenMs_;
       const auto leftEar = mix_.heard(Ear::kLeft, from, to), rightEar = mix_.heard(Ear::kRight, from, to);
       const auto leftWall = playedAlone(left, recording, from, to);
       const auto rightWall = playedAlone(right, recording, from, to);
@@ -98,7 +100,7 @@ class Crossing {
       SetWind(g);
       for (int ms = 0; ms < kGlideMs; ++ms) platform.yield();
       heardFrom_.push_back(mix_.duration());
-      for (int ms = 0; ms < kListenMs; ++ms) platform.yield();
+      for (int ms = 0; ms < listenMs_; ++ms) platform.yield();
     }
   }
 
@@ -109,6 +111,7 @@ class Crossing {
     return course;
   }
 
+  const int listenMs_;
   TemporaryFolder folder_;
   MixEar mix_;
   TraceRecord trace_;

@@ -191,9 +191,9 @@ Audio tyres(const Recording& recording) {
   Noise noise = recording.noise("grit");
   const Signal grit = white(noise, recording.frames());
   Signal sound = bandpass(grit, rate, 1000, 0.8, Ends::kMeeting);
-  mixInto(sound, bandpass(grit, rate, drifting(recording, "low", 780), 16, Ends::kMeeting), 2.6);
-  mixInto(sound, bandpass(grit, rate, drifting(recording, "middle", 1120), 20, Ends::kMeeting), 2.6);
-  mixInto(sound, bandpass(grit, rate, drifting(recording, "high", 1650), 22, Ends::kMeeting), 1.8);
+  mixInto(sound, bandpass(grit, rate, drifting(recording, "low", 780), 30, Ends::kMeeting), 4.5);
+  mixInto(sound, bandpass(grit, rate, drifting(recording, "middle", 1120), 34, Ends::kMeeting), 4.5);
+  mixInto(sound, bandpass(grit, rate, drifting(recording, "high", 1650), 36, Ends::kMeeting), 3);
   sound = steepHighpass(sound, rate, 450, Ends::kMeeting);
   return lowpass(sound, rate, 2800, 0.7, Ends::kMeeting);
 }

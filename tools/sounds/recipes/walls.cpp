@@ -35,21 +35,25 @@ Contour wandering(const Recording& recording, std::string_view purpose, int lowe
 
 Signal cheer(Noise& noise, double rate) {
   constexpr std::array kMouths{kAh, kOh, kEh};
-  const double seconds = noise.between(0.25, 0.6);
+  const double seconds = noise.between(0.4, 1.1);
   const double hertz = 110 * std::pow(400.0 / 110, noise.between(0, 1));
   const double size = hertz > 220 ? 1.15 : 1;
   Call call{.seconds = seconds,
-            .hertz = glide({{0, hertz}, {0.4 * seconds, 1.08 * hertz}, {seconds, 0.9 * hertz}})};
+            .hertz = glide({{0, noise.between(0.85, 1.0) * hertz},
+                            {noise.between(0.25, 0.6) * seconds, noise.between(1.0, 1.12) * hertz},
+                            {seconds, noise.between(0.8, 1.05) * hertz}})};
   call.amplitude = [seconds](double now) { return std::pow(std::sin(kPi * now / seconds), 2); };
   call.from = sized(kMouths[static_cast<std::size_t>(noise.below(3))], size);
   call.to = sized(kMouths[static_cast<std::size_t>(noise.below(3))], size);
   call.opening = Contour{{0, 0}, {seconds, 1}};
-  call.breath = 0.25;
+  call.breath = 0.12;
+  call.tilt = -6;  // they shout
   return voiced(noise, rate, call);
 }
 
 Audio crowd(const Recording& recording) {
-  constexpr int kVoices = 220;
+  constexpr int kVoices = 120;
+  constexpr double kFarRoar = 0.6;
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("voices");
   for (int i = 0; i < kVoices; ++i) {
@@ -58,7 +62,7 @@ Audio crowd(const Recording& recording) {
   }
   Signal sound = canvas.signal();
   const Signal roar = bandpass(bed(recording, "roar"), canvas.rate(), 800, 0.4, Ends::kMeeting);
-  mixInto(sound, roar, 1.6);
+  mixInto(sound, roar, kFarRoar);  // those too far away to be told apart
   sound = steepHighpass(sound, canvas.rate(), 250, Ends::kMeeting);
   sound = lowpass(sound, canvas.rate(), 3600, 0.7, Ends::kMeeting);
   // Room for the cues.
