@@ -89,7 +89,7 @@ void measureRace() {
   const auto desktop = makeDesktopPlatform(options);
   TickWatch watch(*desktop);
   std::ostringstream captions;
-  const auto demonstration = makeDemoPlatform(watch, captions);
+  const auto demonstration = makeDemoPlatform(watch, 1, captions);
   GameState game(*demonstration);
   Form_Load(game);
   watch.print();

@@ -3,44 +3,26 @@
 
 #include <benchmark/benchmark.h>
 
-#include <limits>
 #include <sstream>
 
-#include "demo/demo_platform.h"
-#include "platform/headless/headless_platform.h"
-#include "shell/start_up.h"
+#include "demo/virtual_demo.h"
 
 namespace vorn {
 namespace {
 
-/// A script that leaves the game alone.
-class NoHand : public ScriptSource {
- public:
-  std::optional<std::string> nextLine() override { return "wait 1000000000"; }
-  std::string name() const override { return "bench"; }
-};
+constexpr int kMaple = 1;
 
 // From start-up to the farewell, the built-in driver at the wheel; virtual seconds.
 double playDemonstration() {
-  NoHand noHand;
   std::ostringstream trace, captions;
   StreamTraceSink sink(trace);
   HeadlessOptions options;
   options.folder = VORN_SOUND_FOLDER;
-  options.limitMs = std::numeric_limits<std::int64_t>::max();
   HeadlessConnections connections;
-  connections.script = &noHand;
   connections.trace = &sink;
-  HeadlessPlatform platform(options, connections);
-  const std::int32_t start = platform.tickCount();
-  const auto demonstration = makeDemoPlatform(platform, captions);
-  platform.run([&] {
-    GameState game(*demonstration);
-    Form_Load(game);
-    return 0;
-  });
+  const VirtualDemo demo = playVirtualDemo(kMaple, options, connections, captions);
   benchmark::DoNotOptimize(trace.str().size());
-  return (platform.tickCount() - start) / 1000.0;
+  return static_cast<double>(demo.milliseconds) / 1000.0;
 }
 
 void lapOfMaple(benchmark::State& state) {

@@ -96,7 +96,12 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
   };
   belongs(
       app.add_flag("--captions", line.desktop.captions, "everything spoken also goes to standard output"));
-  belongs(app.add_flag("--demo", line.desktop.demonstration, "a built-in driver races a lap"));
+  CLI::Option* const demo =
+      app.add_flag("--demo", line.desktop.demonstration, "a built-in driver races a lap");
+  belongs(demo);
+  belongs(app.add_option("--track", line.desktop.track, "number of the track that it races on [1]")
+              ->check(CLI::Range(1, 10))
+              ->needs(demo));
 }
 
 void checkTogether(const CommandLine& line) {

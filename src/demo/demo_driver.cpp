@@ -1,15 +1,17 @@
 #include "demo/demo_driver.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string_view>
 #include <vector>
+
+#include "tracks/catalogue.h"
 
 namespace vorn {
 namespace {
 
 constexpr int kStartButton = 2;
 constexpr int kUpShiftButton = 8;
+constexpr int kDownShiftButton = 9;
 constexpr int kFullGas = -10000;
 constexpr int kHalfGas = -4500;
 
@@ -19,10 +21,7 @@ constexpr std::uint32_t kButtonMs = 250;
 constexpr std::uint32_t kHornMs = 10500;  // after " 10 "
 constexpr std::uint32_t kReactionMs = 350;
 
-constexpr double kAxisPerStep = 1500;  // steering reading that moves the car by 1 a tick
-constexpr double kHomeward = 0.3;      // share of the way to the middle taken each tick
-constexpr double kNearEnough = 1.5;
-constexpr double kLastGearUp[] = {0, 76, 126, 176};  // mph at which each gear is done
+constexpr const char* kTrackQuestion = " Select the track you wish to run, ";
 
 /// What is answered when a text containing `heard` is said: these keys, then Enter.
 struct Answer {
@@ -33,7 +32,7 @@ struct Answer {
 const Answer kAnswers[] = {
     {" Select. Exit Game. ", {"Up"}},
     {" Select, joystick ", {}},
-    {" Select the track you wish to run, ", {}},
+    {kTrackQuestion, {}},
     {" Enter the number of laps", {"1"}},
     {" correct for the number of laps to run?", {}},
     {" Enter your name as the new record holder. ", {"D", "E", "M", "O"}},
@@ -43,7 +42,13 @@ const Answer kAnswers[] = {
 
 }  // namespace
 
+DemoDriver::DemoDriver(int track)
+    : track_(track), wheelDriver_(*allTracks()[static_cast<std::size_t>(track - 1)]) {}
+
 void DemoDriver::hear(const std::string& text) {
+  if (text.find(kTrackQuestion) != std::string::npos) {
+    for (int i = 1; i < track_; ++i) tapWhenQuiet("Down");
+  }
   for (const Answer& answer : kAnswers) {
     if (text.find(answer.heard) == std::string::npos) continue;
     for (const std::string_view key : answer.keys) tapWhenQuiet(key);
@@ -68,18 +73,12 @@ void DemoDriver::holdButton(int button, std::uint32_t untilMs) {
 
 void DemoDriver::watch(const TickReport& tick) {
   isDriving_ = true;
-  // What moved the car that was not the wheel is the turn's push: it will come again.
-  push_ = tick.lateralPosition - lastLateral_ - lastStep_;
-  lastLateral_ = tick.lateralPosition;
-  const double offMiddle = tick.lateralPosition - 50;
-  double step = -push_ - kHomeward * offMiddle;
-  if (std::fabs(push_) < 0.01 && std::fabs(offMiddle) < kNearEnough) step = 0;
-  const auto axis = static_cast<int>(std::clamp(step * kAxisPerStep, -10000.0, 10000.0));
-  lastStep_ = axis / kAxisPerStep;
-  controls_.wheel.x = axis;
-  controls_.wheel.y = kFullGas;
-  const bool isGearDone = tick.gear >= 1 && tick.gear <= 3 && tick.speed > kLastGearUp[tick.gear];
-  if (isGearDone && heldButton_ < 0) holdButton(kUpShiftButton, now_ + kButtonMs);
+  heldButton_ = -1;
+  const WheelControls hands = wheelDriver_.after(tick);
+  controls_.wheel.x = hands.steering;
+  controls_.wheel.y = hands.pedals;
+  controls_.wheel.buttons[kUpShiftButton] = hands.isUpShiftHeld;
+  controls_.wheel.buttons[kDownShiftButton] = hands.isDownShiftHeld;
 }
 
 void DemoDriver::workKeys(std::uint32_t now, bool isQuiet) {

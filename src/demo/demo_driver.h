@@ -1,12 +1,13 @@
 /// The driver of the demonstration: listens to what the game says, watches the
-/// car, and works keys, wheel and pedals as a player would. Pure logic; it knows
-/// no game state and no device.
+/// car, and works keys, wheel and pedals as a player would. Pure logic; knows the
+/// tracks, but no game state and no device.
 #pragma once
 
 #include <cstdint>
 #include <deque>
 #include <string>
 
+#include "demo/wheel_driver.h"
 #include "platform/key_codes.h"
 #include "platform/platform.h"
 
@@ -20,6 +21,9 @@ struct DemoControls {
 
 class DemoDriver {
  public:
+  /// Will race on track 1 .. 10.
+  explicit DemoDriver(int track);
+
   /// Something has been said.
   void hear(const std::string& text);
   /// The car has done a tick.
@@ -34,6 +38,8 @@ class DemoDriver {
   void startCar(std::uint32_t now);
   void holdButton(int button, std::uint32_t untilMs);
 
+  const int track_;
+  WheelDriver wheelDriver_;
   DemoControls controls_;
   std::deque<const Key*> taps_;
   std::uint32_t keyUntil_ = 0;
@@ -45,10 +51,7 @@ class DemoDriver {
   bool isDriving_ = false;
   std::uint32_t countdownStart_ = 0;
   std::uint32_t buttonUntil_ = 0;
-  int heldButton_ = -1;
-  double lastLateral_ = 50;
-  double lastStep_ = 0;
-  double push_ = 0;
+  int heldButton_ = -1;  ///< until `buttonUntil_`; negative: none
 };
 
 }  // namespace vorn

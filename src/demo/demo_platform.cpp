@@ -20,6 +20,8 @@ bool hasChanged(const JoystickState& a, const JoystickState& b) {
 
 /// What the devices of the demonstration read.
 struct DemoInput {
+  explicit DemoInput(int track) : driver(track) {}
+
   DemoDriver driver;
   DemoControls controls;
   bool isNotified = false;
@@ -105,8 +107,8 @@ class DemoWheel : public ControllerDevice {
 
 class DemoPlatform : public ForwardingPlatform, private EventReceiver {
  public:
-  DemoPlatform(Platform& inner, std::ostream& captions)
-      : ForwardingPlatform(inner), captions_(captions), files_(inner.files()) {
+  DemoPlatform(Platform& inner, int track, std::ostream& captions)
+      : ForwardingPlatform(inner), captions_(captions), files_(inner.files()), input_(track) {
     inner.setEventReceiver(this);
   }
   ~DemoPlatform() override { inner().setEventReceiver(nullptr); }
@@ -166,8 +168,8 @@ class DemoPlatform : public ForwardingPlatform, private EventReceiver {
 
 }  // namespace
 
-std::unique_ptr<Platform> makeDemoPlatform(Platform& inner, std::ostream& captions) {
-  return std::make_unique<DemoPlatform>(inner, captions);
+std::unique_ptr<Platform> makeDemoPlatform(Platform& inner, int track, std::ostream& captions) {
+  return std::make_unique<DemoPlatform>(inner, track, captions);
 }
 
 }  // namespace vorn

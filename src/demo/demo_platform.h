@@ -11,7 +11,8 @@
 
 namespace vorn {
 
-/// A platform on top of `inner` (not owned). Escape or closing the window ends the demonstration.
-std::unique_ptr<Platform> makeDemoPlatform(Platform& inner, std::ostream& captions);
+/// A platform on top of `inner` (not owned), for a race on track 1 .. 10. Escape or
+/// closing the window ends the demonstration.
+std::unique_ptr<Platform> makeDemoPlatform(Platform& inner, int track, std::ostream& captions);
 
 }  // namespace vorn

@@ -2,10 +2,10 @@
 
 #include <functional>
 #include <iostream>
-#include <limits>
 #include <memory>
 
 #include "demo/demo_platform.h"
+#include "demo/virtual_demo.h"
 #include "platform/headless/session_files.h"
 #include "program/game_folder.h"
 #include "shell/start_up.h"
@@ -16,13 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kDemoFile = "demo.wav";
-
-/// A script that leaves the game alone.
-class NoHand : public ScriptSource {
- public:
-  std::optional<std::string> nextLine() override { return "wait 1000000000"; }
-  std::string name() const override { return "demonstration"; }
-};
 
 void reportError(Platform& platform, GameState& game, const std::string& text) {
   std::cerr << text << std::endl;
@@ -46,7 +39,7 @@ int playOn(Platform& platform) {
 }
 
 // The demonstration in virtual time, into a file that can be listened to anywhere.
-int recordDemonstration(const fs::path& folder) {
+int recordDemonstration(const fs::path& folder, int track) {
   std::error_code error;
   const fs::path current = fs::current_path(error);
   const auto sink = [&] {
@@ -56,21 +49,12 @@ int recordDemonstration(const fs::path& folder) {
       return openRenderSink((folder / kDemoFile).string());
     }
   }();
-  NoHand noHand;
   HeadlessOptions options;
   options.folder = folder;
   options.speech = HeadlessSpeech::kEspeak;
-  options.limitMs = std::numeric_limits<std::int64_t>::max();
   HeadlessConnections connections;
-  connections.script = &noHand;
   connections.render = sink.get();
-  HeadlessPlatform virtualMachine(options, connections);
-  const auto demonstration = makeDemoPlatform(virtualMachine, std::cout);
-  return virtualMachine.run([&] {
-    GameState game(*demonstration);
-    Form_Load(game);
-    return 0;
-  });
+  return playVirtualDemo(track, options, connections, std::cout).exitStatus;
 }
 
 }  // namespace
@@ -90,10 +74,10 @@ int playOnDesktop(const DesktopRequest& request) {
               << "\nUntil then, a demonstration lap without them: what it sounds like goes to " << kDemoFile
               << ", what is said follows.\n"
               << std::endl;
-    return recordDemonstration(folder);
+    return recordDemonstration(folder, request.track);
   }
   if (!request.demonstration) return playOn(*desktop);
-  return playOn(*makeDemoPlatform(*desktop, std::cout));
+  return playOn(*makeDemoPlatform(*desktop, request.track, std::cout));
 }
 
 }  // namespace vorn

@@ -13,6 +13,7 @@ struct DesktopRequest {
   SpeechChoice speech = SpeechChoice::kAuto;
   bool captions = false;       ///< everything spoken also goes to standard output
   bool demonstration = false;  ///< a built-in driver plays
+  int track = 1;               ///< that it races on, 1 .. 10
 };
 
 /// Plays until the player leaves. Where there is no display or no sound device,

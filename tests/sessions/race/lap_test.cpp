@@ -11,7 +11,7 @@
 #include "sessions/race/race_scene.h"
 #include "sessions/tracks/keyboard_driver.h"
 #include "sessions/tracks/one_race.h"
-#include "sessions/tracks/wheel_driver.h"
+#include "sessions/tracks/wheel_script.h"
 #include "tracks/catalogue.h"
 
 namespace vorn {
@@ -27,7 +27,7 @@ OneRace lapOf(Device device) {
 
 // A driver who now and then strays into the marbles beside a straight.
 OneRace strayingLap() {
-  WheelDriver driver(kMaple);
+  WheelScript driver(kMaple);
   return OneRace(kMaplesNumber, Device::kWheel, [&, ticks = 0](const TickReport& tick) mutable {
     const std::string statements = driver.after(tick);
     const bool isOnAStraight = tick.segment == 1 || tick.segment == 4;
@@ -153,7 +153,7 @@ int expectEveryTickAsWorkedOut(const OneRace& race, bool isKeyboard) {
 }
 
 TEST(EveryTickOfALap, ByWheelIsAsWorkedOut) {
-  expectEveryTickAsWorkedOut(lapOf<WheelDriver>(Device::kWheel), false);
+  expectEveryTickAsWorkedOut(lapOf<WheelScript>(Device::kWheel), false);
 }
 
 TEST(EveryTickOfALap, ByKeysIsAsWorkedOut) {
@@ -165,7 +165,7 @@ TEST(EveryTickOfALap, ThroughTheMarblesIsAsWorkedOut) {
 }
 
 TEST(EveryTickOfALap, TakesNinetyNineMilliseconds) {
-  const OneRace race = lapOf<WheelDriver>(Device::kWheel);
+  const OneRace race = lapOf<WheelScript>(Device::kWheel);
   const auto ticks = race.trace().ticks();
   for (std::size_t i = 2; i < ticks.size(); ++i) {  // the first is overdue
     const auto taken = ticks[i].at("ms").get<int>() - ticks[i - 1].at("ms").get<int>();
@@ -179,7 +179,7 @@ TEST(EveryTickOfALap, TakesNinetyNineMilliseconds) {
 TEST(TheSameDriver, GivesTheSameTraceByteForByte) {
   for (const Device device : {Device::kWheel, Device::kKeys}) {
     const auto drive = [&] {
-      return device == Device::kWheel ? lapOf<WheelDriver>(device) : lapOf<ReflexDriver>(device);
+      return device == Device::kWheel ? lapOf<WheelScript>(device) : lapOf<ReflexDriver>(device);
     };
     EXPECT_TRUE(drive().trace().text() == drive().trace().text());
   }
@@ -206,7 +206,7 @@ TEST(AnotherSeed, ChangesNothingButTheEnginesTape) {
 
 // The engine's tape stands where the revolutions say, and at most its jitter further on.
 TEST(EngineTape, FollowsTheRevolutionsThroughTheLap) {
-  const OneRace race = lapOf<WheelDriver>(Device::kWheel);
+  const OneRace race = lapOf<WheelScript>(Device::kWheel);
   TickReader reader(race, false);
   while (reader.next()) {
     const double place = 2001 * reader.tick().soundRpm;

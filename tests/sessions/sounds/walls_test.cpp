@@ -10,11 +10,11 @@
 
 #include "platform/headless/headless_platform.h"
 #include "race/walls.h"
-#include "sessions/sounds/mix_ear.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "state/game_state.h"
 #include "support/session.h"
+#include "testdrive/mix_ear.h"
 
 namespace vorn {
 namespace {
@@ -106,7 +106,7 @@ class Crossing {
 
   /// What `buffer` was told, without its volumes.
   BufferCourse asLoudAsRecorded(const std::string& buffer) const {
-    BufferCourse course = coursesOf(trace_, buffer, mix_.duration()).front();
+    BufferCourse course = coursesOf(trace_.lines(), buffer, mix_.duration()).front();
     std::erase_if(course.lines, [](const TraceLine& line) { return line.at("op") == "SetVolume"; });
     return course;
   }

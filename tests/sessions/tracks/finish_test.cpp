@@ -12,7 +12,7 @@
 
 #include "sessions/tracks/keyboard_driver.h"
 #include "sessions/tracks/one_race.h"
-#include "sessions/tracks/wheel_driver.h"
+#include "sessions/tracks/wheel_script.h"
 #include "tracks/catalogue.h"
 #include "unit/tracks/listing.h"
 
@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(OneLap, Finish, testing::Range(1, 11),
                          [](const auto& tested) { return kTimes[tested.index].name; });
 
 TEST_P(Finish, ByWheel) {
-  expectLap<WheelDriver>(Device::kWheel, times().wheel);
+  expectLap<WheelScript>(Device::kWheel, times().wheel);
 }
 
 TEST_P(Finish, ByKeysThinkingAhead) {
@@ -112,7 +112,7 @@ TEST_P(Finish, IsInTheDocumentAsMeasured) {
 }
 
 double topSpeedOf(int track) {
-  WheelDriver driver(*allTracks()[track - 1]);
+  WheelScript driver(*allTracks()[track - 1]);
   const OneRace race(track, Device::kWheel, [&](const TickReport& tick) { return driver.after(tick); });
   double top = 0;
   for (const TickReport& tick : race.ticks()) top = std::max(top, tick.speed);
@@ -126,7 +126,7 @@ TEST(TopSpeed, IsUnlimitedFromTheHillTopOnly) {
 }
 
 TEST(SwimmingHole, IsJumpedInTheRaceAsOnTheBench) {
-  WheelDriver driver(kChesterland);
+  WheelScript driver(kChesterland);
   const OneRace race(9, Device::kWheel, [&](const TickReport& tick) { return driver.after(tick); });
   const auto files = race.filesOf("oneShotBuffer");
   const auto ramp = std::find(files.begin(), files.end(), "vorn20");
@@ -139,7 +139,7 @@ TEST(SwimmingHole, IsJumpedInTheRaceAsOnTheBench) {
 }
 
 TEST(KirtlandsFirstCue, StopsShortOfItsFullVolume) {
-  WheelDriver driver(kKirtland);
+  WheelScript driver(kKirtland);
   const OneRace race(8, Device::kWheel, [&](const TickReport& tick) { return driver.after(tick); });
   int loudest = -10000;
   bool isFirstCue = true;
@@ -154,7 +154,7 @@ TEST(KirtlandsFirstCue, StopsShortOfItsFullVolume) {
 }
 
 TEST(GenevasBanking, LetsAStandingCarSlideBackForMinutes) {
-  WheelDriver driver(kGeneva);
+  WheelScript driver(kGeneva);
   int standing = 0;
   double lowest = 0;
   const OneRace race(10, Device::kWheel, [&](const TickReport& tick) -> std::string {

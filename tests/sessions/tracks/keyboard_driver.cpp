@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "demo/wheel_driver.h"
 #include "race/steering.h"
-#include "sessions/tracks/wheel_driver.h"
 
 namespace vorn {
 namespace {

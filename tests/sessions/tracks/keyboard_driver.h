@@ -6,7 +6,7 @@
 #include <deque>
 #include <string>
 
-#include "sessions/tracks/road_book.h"
+#include "demo/road_book.h"
 
 namespace vorn {
 

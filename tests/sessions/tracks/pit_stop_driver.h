@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sessions/tracks/wheel_driver.h"
+#include "sessions/tracks/wheel_script.h"
 
 namespace vorn {
 
@@ -34,7 +34,7 @@ class PitStopDriver {
   std::string driveApproach(const TickReport& tick);
   std::string steerTo(double place, double from) const;
 
-  WheelDriver onTrack_;
+  WheelScript onTrack_;
   Manners manners_;
   Leg leg_ = Leg::kBefore;
   double lastPosition_ = 0;

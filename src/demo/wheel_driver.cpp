@@ -1,4 +1,4 @@
-#include "sessions/tracks/wheel_driver.h"
+#include "demo/wheel_driver.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,10 +22,6 @@ constexpr double kHarshBraking = 2;  // mph above the wanted speed at which the 
 constexpr double kUpShiftAt[] = {0, 76, 126, 176, 1000};
 constexpr double kDownShiftBelow = 8;  // mph below the end of the next lower gear
 
-std::string line(const std::string& statement) {
-  return statement + "\n";
-}
-
 }  // namespace
 
 int gasAxis(double speed, int gear) {
@@ -41,36 +37,38 @@ int gearFor(double speed, int gear) {
 
 WheelDriver::WheelDriver(const Track& track) : road_(track, kSkill) {}
 
-std::string WheelDriver::steer(const Sight& sight) {
+int WheelDriver::steering(const Sight& sight) const {
   const Sight next = road_.pushed(sight);
   const double off = road_.line(next.segment == sight.segment ? next : sight) - next.lateralPosition;
   double step = std::clamp(off, -kFullStep, kFullStep);
   if (std::fabs(step) < kWorthSteering) step = 0;
-  return line("axis X " +
-              std::to_string(static_cast<int>(std::clamp(step * kAxisPerStep, -10000.0, 10000.0))));
+  return static_cast<int>(std::clamp(step * kAxisPerStep, -10000.0, 10000.0));
 }
 
-std::string WheelDriver::pedal(const Sight& sight) {
-  int axis = gasAxis(wantedSpeed_, std::max(sight.gear, 1));
-  if (sight.speed > wantedSpeed_) axis = sight.speed > wantedSpeed_ + kHarshBraking ? 10000 : 0;
-  return line("axis Y " + std::to_string(axis));
+int WheelDriver::pedals(const Sight& sight) const {
+  if (sight.speed > wantedSpeed_ + kHarshBraking) return 10000;
+  if (sight.speed > wantedSpeed_) return 0;
+  return gasAxis(wantedSpeed_, std::max(sight.gear, 1));
 }
 
-std::string WheelDriver::shift(const Sight& sight) {
-  if (isShifting_) {
-    isShifting_ = false;
-    return "button 8 up\nbutton 9 up\n";
+void WheelDriver::shift(const Sight& sight) {
+  if (controls_.isUpShiftHeld || controls_.isDownShiftHeld) {
+    controls_.isUpShiftHeld = controls_.isDownShiftHeld = false;
+    return;
   }
+  if (sight.gear == 0) return;
   const int wanted = gearFor(sight.speed, sight.gear);
-  if (wanted == sight.gear || sight.gear == 0) return "";
-  isShifting_ = true;
-  return wanted > sight.gear ? "button 8 down\n" : "button 9 down\n";
+  controls_.isUpShiftHeld = wanted > sight.gear;
+  controls_.isDownShiftHeld = wanted < sight.gear;
 }
 
-std::string WheelDriver::after(const TickReport& tick) {
+WheelControls WheelDriver::after(const TickReport& tick) {
   const Sight sight = road_.sightAfter(tick);
   wantedSpeed_ = road_.speedLimit(sight);
-  return steer(sight) + pedal(sight) + shift(sight);
+  controls_.steering = steering(sight);
+  controls_.pedals = pedals(sight);
+  shift(sight);
+  return controls_;
 }
 
 }  // namespace vorn

@@ -1,4 +1,4 @@
-#include "sessions/sounds/mix_ear.h"
+#include "testdrive/mix_ear.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -43,14 +43,29 @@ double MixEar::peak(std::int64_t from, std::int64_t to) const {
   return highest / kFullScale;
 }
 
+int MixEar::longestPlateau(std::int64_t from, std::int64_t to) const {
+  int longest = 0;
+  for (const Ear ear : {Ear::kLeft, Ear::kRight}) {
+    const synth::Signal signal = heard(ear, from, to);
+    const double highest = synth::peakOf(signal);
+    int run = 0;
+    for (const double sample : signal) {
+      run = std::abs(sample) == highest ? run + 1 : 0;
+      longest = std::max(longest, run);
+    }
+  }
+  return longest;
+}
+
 std::int64_t MixEar::duration() const {
   return static_cast<std::int64_t>(samples_.size()) / 2 / kFramesPerMs;
 }
 
-std::vector<BufferCourse> coursesOf(const TraceRecord& trace, const std::string& buffer, std::int64_t end) {
+std::vector<BufferCourse> coursesOf(const std::vector<TraceLine>& trace, const std::string& buffer,
+                                    std::int64_t end) {
   std::vector<BufferCourse> courses;
-  for (const TraceLine& line : trace.of("sound")) {
-    if (line.at("buffer") != buffer) continue;
+  for (const TraceLine& line : trace) {
+    if (line.at("ev") != "sound" || line.at("buffer") != buffer) continue;
     const std::int64_t ms = line.at("ms");
     if (line.at("op") == "create") {
       if (!courses.empty()) courses.back().to = ms;

@@ -1,4 +1,4 @@
-#include "sessions/tracks/road_book.h"
+#include "demo/road_book.h"
 
 #include <algorithm>
 #include <cmath>

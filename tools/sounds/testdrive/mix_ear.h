@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/headless/render.h"
+#include "platform/headless/trace.h"
 #include "platform/wav_file.h"
-#include "support/trace_record.h"
 #include "synth/signal.h"
 
 namespace vorn {
@@ -26,6 +26,9 @@ class MixEar : public RenderSink {
   synth::Signal heard(Ear ear, std::int64_t from, std::int64_t to) const;
   /// The largest sample of both ears between two moments, ms.
   double peak(std::int64_t from, std::int64_t to) const;
+  /// The most samples in a row of one ear that are all as high as its highest:
+  /// more than a few have been cut off.
+  int longestPlateau(std::int64_t from, std::int64_t to) const;
   std::int64_t duration() const;  ///< ms
 
  private:
@@ -39,8 +42,9 @@ struct BufferCourse {
   std::vector<TraceLine> lines;
 };
 
-/// The courses of `buffer`, in order; the last one ends at `end` (ms).
-std::vector<BufferCourse> coursesOf(const TraceRecord& trace, const std::string& buffer, std::int64_t end);
+/// The courses of `buffer` in a trace, in order; the last one ends at `end` (ms).
+std::vector<BufferCourse> coursesOf(const std::vector<TraceLine>& trace, const std::string& buffer,
+                                    std::int64_t end);
 
 /// The buffer alone, played by a mixer of its own as the game has played it, but
 /// in the middle: its samples between two moments, ms, in step with those of the

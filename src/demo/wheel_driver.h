@@ -1,0 +1,37 @@
+/// A driver with wheel and pedals who knows the track. Pure.
+#pragma once
+
+#include "demo/road_book.h"
+
+namespace vorn {
+
+/// What the driver's hands and feet do from one tick to the next.
+struct WheelControls {
+  int steering = 0;  ///< -10000 (left) .. 10000
+  int pedals = 0;    ///< -10000 (full gas) .. 10000 (full brake)
+  bool isUpShiftHeld = false;
+  bool isDownShiftHeld = false;
+};
+
+class WheelDriver {
+ public:
+  explicit WheelDriver(const Track& track);
+
+  WheelControls after(const TickReport& tick);
+
+ private:
+  int steering(const Sight& sight) const;
+  int pedals(const Sight& sight) const;
+  void shift(const Sight& sight);
+
+  RoadBook road_;
+  double wantedSpeed_ = 0;
+  WheelControls controls_;
+};
+
+/// The axis reading that asks for `speed` in `gear`, full gas where it is out of reach.
+int gasAxis(double speed, int gear);
+/// The gear for a car at this speed, given the one it is in.
+int gearFor(double speed, int gear);
+
+}  // namespace vorn
