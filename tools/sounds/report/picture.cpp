@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kWidth = 300, kHeight = 80;
 constexpr double kShownDb = 70;
+constexpr double kLeastShown = 0.02;  // share of a loop's peak that fills the picture of its seam
 
 std::string base64(const std::vector<std::uint8_t>& bytes) {
   constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -76,7 +77,7 @@ std::string seam(const synth::Signal& loop, std::size_t framesEachSide) {
   const std::size_t side = std::min(framesEachSide, loop.size());
   synth::Signal around(loop.end() - static_cast<std::ptrdiff_t>(side), loop.end());
   around.insert(around.end(), loop.begin(), loop.begin() + static_cast<std::ptrdiff_t>(side));
-  const double highest = std::max(1e-9, synth::peakOf(around));
+  const double highest = std::max({1e-9, synth::peakOf(around), kLeastShown * synth::peakOf(loop)});
   std::string points;
   for (std::size_t i = 0; i < around.size(); ++i) {
     points +=
@@ -87,9 +88,12 @@ std::string seam(const synth::Signal& loop, std::size_t framesEachSide) {
       "seam", fmt::format("<path d=\"M{0} 0V{1}\"/><polyline points=\"{2}\"/>", kWidth / 2, kHeight, points));
 }
 
-GreyImage spectrogramImage(const synth::Signal& signal, double rate) {
-  const auto spectrogram =
-      hearing::spectrogramOf(signal, rate, 0.02, static_cast<double>(signal.size()) / rate / kWidth);
+GreyImage spectrogramImage(synth::Signal signal, double rate, synth::Ends ends) {
+  constexpr double kWindow = 0.02;  // seconds
+  const double hop = static_cast<double>(signal.size()) / rate / kWidth;
+  // After its end there is silence, not its start again.
+  if (ends == synth::Ends::kOpen) signal.resize(signal.size() + static_cast<std::size_t>(kWindow * rate) + 1);
+  const auto spectrogram = hearing::spectrogramOf(signal, rate, kWindow, hop);
   double loudest = 1e-12;
   for (const auto& frame : spectrogram.frames) loudest = std::max(loudest, std::ranges::max(frame));
   GreyImage image{kWidth, kHeight, std::vector<std::uint8_t>(kWidth * kHeight)};

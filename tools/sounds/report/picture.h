@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "synth/filter.h"
 #include "synth/signal.h"
 
 namespace vorn::report {
@@ -23,10 +24,10 @@ std::string imageOf(const GreyImage& image, const std::string& alternative);
 std::string waveform(const synth::Signal& signal);
 
 /// Where a loop ends and starts again: the samples on both sides of the middle,
-/// scaled to the strongest of them.
+/// scaled to the strongest of them, or to a fiftieth of the loop's peak where they are quieter.
 std::string seam(const synth::Signal& loop, std::size_t framesEachSide);
 
 /// Power over time and frequency up to half the rate, over 70 dB.
-GreyImage spectrogramImage(const synth::Signal& signal, double rate);
+GreyImage spectrogramImage(synth::Signal signal, double rate, synth::Ends ends);
 
 }  // namespace vorn::report

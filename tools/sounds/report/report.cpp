@@ -69,6 +69,7 @@ std::string seamOf(const Sound& sound) {
 
 std::string rowOf(const Sound& sound) {
   const std::string name(sound.recipe->name);
+  const auto ends = sound.recipe->play == Play::kLoop ? synth::Ends::kMeeting : synth::Ends::kOpen;
   double peak = 0;
   for (const synth::Signal& channel : sound.channels) peak = std::max(peak, synth::peakOf(channel));
   return fmt::format(
@@ -76,7 +77,7 @@ std::string rowOf(const Sound& sound) {
       "<td>{6}</td><td>{7}</td>{8}</tr>\n",
       name, sound.recipe->what, static_cast<double>(sound.shown().size()) / sound.rate, sound.rate,
       loudnessOf(sound), decibels(peak), waveform(sound.shown()),
-      imageOf(spectrogramImage(sound.shown(), sound.rate), "spectrogram of " + name), seamOf(sound));
+      imageOf(spectrogramImage(sound.shown(), sound.rate, ends), "spectrogram of " + name), seamOf(sound));
 }
 
 /// Distances of cues, in shares of the median of all pairs.
