@@ -106,13 +106,13 @@ class Recording {
 
   /// Milliseconds from frame `from` to the first one that is heard, at most `within`.
   double millisecondsToSound(std::uintmax_t from, int within) const {
-    constexpr int kHeard = 100;  // of 32768
+    constexpr int kHeard = 1;  // of 32768: before there is silence
     std::ifstream in(file_, std::ios::binary);
     in.seekg(static_cast<std::streamoff>(from * 4));
     std::vector<std::int16_t> samples(static_cast<std::size_t>(within) * 48 * 2);
     in.read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(samples.size() * 2));
     const auto loud = std::find_if(samples.begin(), samples.end(),
-                                   [](std::int16_t sample) { return std::abs(sample) > kHeard; });
+                                   [](std::int16_t sample) { return std::abs(sample) >= kHeard; });
     if (loud == samples.end()) throw std::runtime_error("nothing was heard");
     return static_cast<double>(loud - samples.begin()) / 2 / 48;
   }

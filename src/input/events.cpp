@@ -192,9 +192,10 @@ void clk(GameState& g) {
 }
 
 void getkey(GameState& g) {
+  constexpr int kRestMs = 30;  // at most: a key comes through at once
   clk(g);
   do {
-    g.platform.yield();
+    g.platform.yield(kRestMs);
   } while (g.lastKeyCode.empty());
   stopspeech(g);
 }

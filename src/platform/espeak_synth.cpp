@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <mutex>
 #include <string_view>
 
@@ -13,7 +14,8 @@
 namespace vorn {
 namespace {
 
-constexpr int kPieceMs = 20;  ///< of sound that the library hands over at once
+constexpr int kSilenceInFrontMs = 80;  ///< at most
+constexpr int kPieceMs = 20;           ///< of sound that the library hands over at once
 
 constexpr double kNormalSpeed = 175;  ///< words a minute
 constexpr double kSlowest = 80, kFastest = 900;
@@ -57,15 +59,32 @@ std::vector<InstalledVoice> installedVoices() {
 /// What the library calls back with.
 struct Request {
   const EspeakSynth::Sink& sink;
+  std::ptrdiff_t silenceLeft;  ///< samples of silence that may still be left out in front
 };
 
+bool isHeard(std::int16_t sample) {
+  constexpr int kSilence = 8;  // of 32768
+  return std::abs(sample) > kSilence;
+}
+
+// A text that begins with a closed mouth ("check", "car") has up to 50 ms of
+// silence in front, for which no player should wait. At volume 0 a text keeps its time.
 int handOver(short* samples, int count, espeak_EVENT* events) {
   constexpr int kGoOn = 0, kStop = 1;
   if (samples == nullptr || count <= 0) {
     return kGoOn;
   }
-  const auto& request = *static_cast<const Request*>(events->user_data);
-  return request.sink({samples, static_cast<std::size_t>(count)}) ? kGoOn : kStop;
+  auto& request = *static_cast<Request*>(events->user_data);
+  std::span<const std::int16_t> heard(samples, static_cast<std::size_t>(count));
+  const auto silent =
+      std::min(std::find_if(heard.begin(), heard.end(), isHeard) - heard.begin(), request.silenceLeft);
+  heard = heard.subspan(static_cast<std::size_t>(silent));
+  if (heard.empty()) {
+    request.silenceLeft -= silent;
+    return kGoOn;
+  }
+  request.silenceLeft = 0;
+  return request.sink(heard) ? kGoOn : kStop;
 }
 
 void start(Library& library) {
@@ -125,7 +144,7 @@ void EspeakSynth::speak(const std::string& text, const SpeechSettings& settings,
   espeak_SetParameter(espeakRATE, wordsAMinute(settings.rate), 0);
   espeak_SetParameter(espeakVOLUME, settings.volume, 0);
   const std::string utf8 = speakable(text);
-  Request request{sink};
+  Request request{sink, sampleRate_ * kSilenceInFrontMs / 1000};
   espeak_Synth(utf8.c_str(), utf8.size() + 1, 0, POS_CHARACTER, 0, espeakCHARS_UTF8, nullptr, &request);
 }
 

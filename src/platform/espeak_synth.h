@@ -37,7 +37,8 @@ class EspeakSynth {
   const std::string& problem() const { return problem_; }
 
   /// Speaks `text` into `sink`, in pieces of some 20 ms of sound, and returns when
-  /// it is done or the sink wants no more. Control characters count as blanks.
+  /// it is done or the sink wants no more. It begins with the first sound: the
+  /// silence before is left out. Control characters count as blanks.
   /// Throws `PlatformError` where the voice is none of `voices`.
   void speak(const std::string& text, const SpeechSettings& settings, const Sink& sink);
 

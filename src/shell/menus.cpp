@@ -13,6 +13,8 @@ constexpr int kStickDown = 5555;
 constexpr double kPauseBetweenMoves = 0.2;     // seconds; it spaces a key that is held
 constexpr double kPauseAfterController = 0.3;  // so that one push is not read as several
 
+constexpr int kLookAgainMs = 30;  // at the latest: a key or a move of the controller comes through at once
+
 enum class Action { kNone, kSelect, kPrevious, kNext, kBackToTop, kLeave };
 
 // One look at the devices. A later test overrides an earlier one, and each reads
@@ -29,7 +31,7 @@ Action look(GameState& g, const Menu& menu) {
   };
   if (g.joystickPresent == 1) pollController(g);
   readKeyboard(g);
-  g.platform.yield();
+  g.platform.yield(kLookAgainMs);
   controller(g.btnSpeedometer == 1, Action::kSelect);
   keyboard(g.keyMapEnter, Action::kSelect);
   controller(g.joyGasBrake < kStickUp, Action::kPrevious);

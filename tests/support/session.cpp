@@ -134,6 +134,7 @@ class Player : public ScriptSource {
 
 void linkSounds(const TemporaryFolder& folder) {
   for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
+    if (sound.path().extension() != ".wav") continue;  // what a player has left there
     fs::create_symlink(sound.path(), folder.path() / sound.path().filename());
   }
 }

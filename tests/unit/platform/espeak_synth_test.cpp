@@ -125,6 +125,21 @@ TEST_F(EspeakSynthTest, NothingIsReadAsMarkup) {
   EXPECT_GT(seconds("[[h@l'oU]]"), 1.5 * seconds("hello"));
 }
 
+TEST_F(EspeakSynthTest, BeginsAtOnceHoweverTheFirstLetterIsSpoken) {
+  constexpr int kHeard = 8;
+  for (const std::string text :
+       {" change voice ", " Check speakers ", " configure key board ", " Exit Game. "}) {
+    const Speech speech = say(text);
+    ASSERT_FALSE(speech.empty()) << text;
+    EXPECT_GT(std::abs(speech.front()), kHeard) << text;
+  }
+}
+
+TEST_F(EspeakSynthTest, KeepsItsTimeWhereNothingIsHeard) {
+  const double loud = seconds("The quick brown fox");
+  EXPECT_NEAR(seconds("The quick brown fox", {.volume = 0}), loud, 0.1);
+}
+
 TEST_F(EspeakSynthTest, BlankTextsEndAtOnce) {
   EXPECT_LT(seconds(""), 0.1);
   EXPECT_LT(seconds(" "), 0.1);
