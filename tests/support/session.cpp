@@ -175,6 +175,30 @@ const TraceRecord& Session::run() {
   return trace_;
 }
 
+const std::vector<std::string>& mainMenuEntries() {
+  static const std::vector<std::string> entries = {" Exit Game. ",
+                                                   " Reed Instructions. ",
+                                                   " reed track descriptions ",
+                                                   " reed log file ",
+                                                   " delete log file ",
+                                                   " reed records file ",
+                                                   " reset records ",
+                                                   " change voice ",
+                                                   " adjust rate of speech ",
+                                                   " adjust volume ",
+                                                   " Check speakers ",
+                                                   " reed default joystick configuration ",
+                                                   " configure joystick ",
+                                                   " Reset joystick configuration ",
+                                                   " reed default key board configuration ",
+                                                   " configure key board ",
+                                                   " Reset key board configuration ",
+                                                   " change game options ",
+                                                   " change car engine sound ",
+                                                   " Start Game. "};
+  return entries;
+}
+
 std::string atMainMenu() {
   return "wait say  Select. Exit Game. \n" + kMenuListens;
 }

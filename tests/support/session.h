@@ -65,6 +65,9 @@ class Session {
 /// Puts links to the sounds into `folder`: a set is 14 MB, and tests are many.
 void linkSounds(const TemporaryFolder& folder);
 
+/// Of the main menu, from the first one down, as they are spoken.
+const std::vector<std::string>& mainMenuEntries();
+
 // Scripts that lead to where a test begins. Times are those after which the game listens.
 
 /// From the start of the program to where the main menu takes keys.

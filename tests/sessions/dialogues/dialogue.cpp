@@ -23,30 +23,6 @@ std::string wayTo(int number) {
 
 }  // namespace
 
-const std::vector<std::string>& mainMenuEntries() {
-  static const std::vector<std::string> entries = {" Exit Game. ",
-                                                   " Reed Instructions. ",
-                                                   " reed track descriptions ",
-                                                   " reed log file ",
-                                                   " delete log file ",
-                                                   " reed records file ",
-                                                   " reset records ",
-                                                   " change voice ",
-                                                   " adjust rate of speech ",
-                                                   " adjust volume ",
-                                                   " Check speakers ",
-                                                   " reed default joystick configuration ",
-                                                   " configure joystick ",
-                                                   " Reset joystick configuration ",
-                                                   " reed default key board configuration ",
-                                                   " configure key board ",
-                                                   " Reset key board configuration ",
-                                                   " change game options ",
-                                                   " change car engine sound ",
-                                                   " Start Game. "};
-  return entries;
-}
-
 Told Dialogue::play(const std::string& statements, const std::vector<std::string>& events) {
   const auto& entries = mainMenuEntries();
   const auto entry = std::find(entries.begin(), entries.end(), entry_);

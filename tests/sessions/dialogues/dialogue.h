@@ -57,7 +57,4 @@ Told operator+(Told first, const Told& second);
 /// The same lines several times over.
 Told operator*(int times, const Told& lines);
 
-/// The main menu, entry 1 first.
-const std::vector<std::string>& mainMenuEntries();
-
 }  // namespace vorn

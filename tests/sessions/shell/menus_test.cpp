@@ -17,27 +17,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-const Story kMainEntries = {" Exit Game. ",
-                            " Reed Instructions. ",
-                            " reed track descriptions ",
-                            " reed log file ",
-                            " delete log file ",
-                            " reed records file ",
-                            " reset records ",
-                            " change voice ",
-                            " adjust rate of speech ",
-                            " adjust volume ",
-                            " Check speakers ",
-                            " reed default joystick configuration ",
-                            " configure joystick ",
-                            " Reset joystick configuration ",
-                            " reed default key board configuration ",
-                            " configure key board ",
-                            " Reset key board configuration ",
-                            " change game options ",
-                            " change car engine sound ",
-                            " Start Game. "};
-
 const Story kTrackEntries = {"Maple Leaf Tri Oval Track",
                              "Painsville Oval Track",
                              "Chagrin River Speedway",
@@ -111,12 +90,13 @@ TEST(MainMenu, OpensOnExitGame) {
 TEST(MainMenu, GoesDownAndAroundItsTwentyEntries) {
   Session s;
   EXPECT_THAT(saidAfterMark(s, atMainMenu(), menuDown(20)),
-              ElementsAreArray(movesOver(downward(kMainEntries))));
+              ElementsAreArray(movesOver(downward(mainMenuEntries()))));
 }
 
 TEST(MainMenu, GoesUpAndAroundItsTwentyEntries) {
   Session s;
-  EXPECT_THAT(saidAfterMark(s, atMainMenu(), menuUp(20)), ElementsAreArray(movesOver(upward(kMainEntries))));
+  EXPECT_THAT(saidAfterMark(s, atMainMenu(), menuUp(20)),
+              ElementsAreArray(movesOver(upward(mainMenuEntries()))));
 }
 
 TEST(MainMenu, StepsEveryFifthOfASecondWhileAKeyIsHeld) {

@@ -165,27 +165,6 @@ TEST(Cues, DoNotBeatWithTheEnginesFlutter) {
 
 // --- Told apart
 
-struct Prints {
-  std::map<int, Fingerprint> of;
-  double median;  ///< distance of all pairs
-};
-
-Prints printsOf(const std::map<int, Fingerprint>& raw) {
-  std::vector<Fingerprint> all;
-  for (const auto& [number, print] : raw) all.push_back(print);
-  const hearing::Scaling scaling(all);
-  Prints prints{{}, 0};
-  for (const auto& [number, print] : raw) prints.of[number] = scaling.scaled(print);
-  std::vector<double> distances;
-  for (const auto& [one, first] : prints.of) {
-    for (const auto& [other, second] : prints.of) {
-      if (one < other) distances.push_back(hearing::distance(first, second));
-    }
-  }
-  prints.median = hearing::percentile(distances, 0.5);
-  return prints;
-}
-
 struct Pair {
   double distance = 1e9;  ///< shares of the median
   int one = 0, other = 0;
@@ -195,32 +174,33 @@ void PrintTo(const Pair& pair, std::ostream* out) {
   *out << pair.distance << " (cues " << pair.one << " and " << pair.other << ")";
 }
 
-void keepNearer(Pair& nearest, const Prints& prints, int one, int other) {
+void keepNearer(Pair& nearest, const hearing::Distances& distances, int one, int other) {
   if (one == other) return;
-  const double distance = hearing::distance(prints.of.at(one), prints.of.at(other)) / prints.median;
+  const double distance = distances(one, other);
   if (distance < nearest.distance) nearest = {distance, one, other};
 }
 
-Pair nearestOn(const Track& track, const Prints& prints) {
+Pair nearestOn(const Track& track, const hearing::Distances& distances) {
   Pair nearest;
   const std::vector<int> cues = cuesOf(track);
   for (const int one : cues) {
-    for (const int other : cues) keepNearer(nearest, prints, one, other);
+    for (const int other : cues) keepNearer(nearest, distances, one, other);
   }
   return nearest;
 }
 
-Pair nearestNeighboursOn(const Track& track, const Prints& prints) {
+Pair nearestNeighboursOn(const Track& track, const hearing::Distances& distances) {
   Pair nearest;
   for (std::size_t i = 0; i < track.segments.size(); ++i) {
-    keepNearer(nearest, prints, track.segments[i].cue, track.segments[(i + 1) % track.segments.size()].cue);
+    keepNearer(nearest, distances, track.segments[i].cue,
+               track.segments[(i + 1) % track.segments.size()].cue);
   }
   return nearest;
 }
 
-void expectDistinct(const Prints& prints, double onTrack, double neighbours) {
+void expectDistinct(const hearing::Distances& distances, double onTrack, double neighbours) {
   for (const Track* track : allTracks()) {
-    const Pair nearest = nearestOn(*track, prints), inARow = nearestNeighboursOn(*track, prints);
+    const Pair nearest = nearestOn(*track, distances), inARow = nearestNeighboursOn(*track, distances);
     EXPECT_GE(nearest.distance, onTrack) << track->name << ": " << testing::PrintToString(nearest);
     EXPECT_GE(inARow.distance, neighbours) << track->name << ": " << testing::PrintToString(inARow);
   }
@@ -231,7 +211,7 @@ void expectDistinct(const Prints& prints, double onTrack, double neighbours) {
 TEST(Cues, AreDistinctOnEachTrack) {
   std::map<int, Fingerprint> raw;
   for (const Cue& cue : allCues()) raw[cue.number] = hearing::fingerprintOf(cue.loop, cue.rate);
-  expectDistinct(printsOf(raw), 0.35, 0.6);
+  expectDistinct(hearing::Distances(raw), 0.35, 0.6);
 }
 
 /// The cue as heard in the race: some decibels down, over the din.
@@ -248,7 +228,7 @@ TEST(Cues, StayDistinctInTheMix) {
   std::map<int, Fingerprint> raw;
   for (const Cue& cue : allCuesForTheMix())
     raw[cue.number] = hearing::fingerprintOf(inTheMix(cue, din.sound(), -6, 0), kRate);
-  expectDistinct(printsOf(raw), 0.35, 0.6);
+  expectDistinct(hearing::Distances(raw), 0.35, 0.6);
 }
 
 /// A second of `sound`, with soft ends.
@@ -321,20 +301,9 @@ TEST(Cues, AreKnownFromASecondInTheMix) {
 
 using Levels = std::vector<double>;  ///< dB, a third octave each
 
-std::vector<double> thirds() {
-  return hearing::thirdOctaves(250, 6300);
-}
-
+/// `share` as in `hearing::levelsIn`.
 Levels levelsOf(const Signal& sound, double rate, double share) {
-  const auto spectrogram = hearing::spectrogramOf(sound, rate, 0.05, 0.025);
-  std::vector<std::vector<double>> bands(thirds().size() - 1);
-  for (const auto& frame : spectrogram.frames) {
-    const std::vector<double> powers = hearing::bandPowers(frame, spectrogram.binHertz, thirds());
-    for (std::size_t band = 0; band < bands.size(); ++band) bands[band].push_back(powers[band]);
-  }
-  Levels levels;
-  for (const auto& powers : bands) levels.push_back(test::decibels(hearing::percentile(powers, share)));
-  return levels;
+  return hearing::levelsIn(hearing::thirdOctaves(250, 6300), sound, rate, share);
 }
 
 /// By how much `cue`, `attenuation` dB down, stands above `din` in its best

@@ -147,4 +147,22 @@ double distance(const Fingerprint& one, const Fingerprint& other) {
   return std::sqrt(sum / static_cast<double>(one.size()));
 }
 
+Distances::Distances(const std::map<int, Fingerprint>& raw) {
+  std::vector<Fingerprint> all;
+  for (const auto& [sound, print] : raw) all.push_back(print);
+  const Scaling scaling(all);
+  for (const auto& [sound, print] : raw) scaled_[sound] = scaling.scaled(print);
+  std::vector<double> values;
+  for (const auto& [one, first] : scaled_) {
+    for (const auto& [other, second] : scaled_) {
+      if (one < other) values.push_back(distance(first, second));
+    }
+  }
+  median_ = percentile(values, 0.5);
+}
+
+double Distances::operator()(int one, int other) const {
+  return distance(scaled_.at(one), scaled_.at(other)) / median_;
+}
+
 }  // namespace vorn::hearing

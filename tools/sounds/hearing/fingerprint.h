@@ -3,6 +3,7 @@
 /// brightness. Pure.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "synth/signal.h"
@@ -32,5 +33,18 @@ class Scaling {
 
 /// Root mean square of the differences.
 double distance(const Fingerprint& one, const Fingerprint& other);
+
+/// How far apart numbered sounds are, in shares of the median of all pairs.
+class Distances {
+ public:
+  /// Needs two sounds at least.
+  explicit Distances(const std::map<int, Fingerprint>& raw);
+
+  double operator()(int one, int other) const;
+
+ private:
+  std::map<int, Fingerprint> scaled_;
+  double median_ = 1;
+};
 
 }  // namespace vorn::hearing

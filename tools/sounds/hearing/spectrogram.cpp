@@ -93,6 +93,19 @@ std::vector<double> thirdOctaves(double lowest, double highest) {
   return edges;
 }
 
+std::vector<double> levelsIn(const std::vector<double>& bands, const Signal& signal, double rate,
+                             double share) {
+  const Spectrogram spectrogram = spectrogramOf(signal, rate, 0.05, 0.025);
+  std::vector<std::vector<double>> powers(bands.size() - 1);
+  for (const auto& frame : spectrogram.frames) {
+    const std::vector<double> now = bandPowers(frame, spectrogram.binHertz, bands);
+    for (std::size_t band = 0; band < now.size(); ++band) powers[band].push_back(now[band]);
+  }
+  std::vector<double> levels;
+  for (const auto& band : powers) levels.push_back(10 * std::log10(percentile(band, share) + 1e-20));
+  return levels;
+}
+
 double percentile(std::vector<double> values, double share) {
   const auto place =
       values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));

@@ -26,6 +26,11 @@ std::vector<double> bandPowers(const std::vector<double>& frame, double binHertz
 /// The edges of third octaves from that around `lowest` to that around `highest` hertz.
 std::vector<double> thirdOctaves(double lowest, double highest);
 
+/// The level below which each of `bands` stays for `share` (0..1) of the time, dB below full scale, in
+/// moments of 50 ms.
+std::vector<double> levelsIn(const std::vector<double>& bands, const Signal& signal, double rate,
+                             double share);
+
 /// The value below which `share` (0..1) of `values` lie.
 double percentile(std::vector<double> values, double share);
 

@@ -80,32 +80,6 @@ std::string rowOf(const Sound& sound) {
       imageOf(spectrogramImage(sound.shown(), sound.rate, ends), "spectrogram of " + name), seamOf(sound));
 }
 
-/// Distances of cues, in shares of the median of all pairs.
-class Distances {
- public:
-  explicit Distances(const std::map<int, hearing::Fingerprint>& raw) {
-    std::vector<hearing::Fingerprint> all;
-    for (const auto& [cue, print] : raw) all.push_back(print);
-    const hearing::Scaling scaling(all);
-    for (const auto& [cue, print] : raw) prints_[cue] = scaling.scaled(print);
-    std::vector<double> values;
-    for (const auto& [one, first] : prints_) {
-      for (const auto& [other, second] : prints_) {
-        if (one < other) values.push_back(hearing::distance(first, second));
-      }
-    }
-    median_ = hearing::percentile(values, 0.5);
-  }
-
-  double operator()(int one, int other) const {
-    return hearing::distance(prints_.at(one), prints_.at(other)) / median_;
-  }
-
- private:
-  std::map<int, hearing::Fingerprint> prints_;
-  double median_ = 1;
-};
-
 std::string cueName(int cue) {
   return "vorn1t" + std::to_string(cue);
 }
@@ -119,7 +93,7 @@ std::vector<int> cuesOf(const Track& track) {
 }
 
 /// A square a pair: the redder, the more alike.
-std::string cellOf(int one, int other, const Distances& distances) {
+std::string cellOf(int one, int other, const hearing::Distances& distances) {
   if (one == other) return "<td></td>";
   const double distance = distances(one, other);
   const int share = static_cast<int>(100 * std::clamp((distance - 0.35) / 0.65, 0.0, 1.0));
@@ -127,7 +101,7 @@ std::string cellOf(int one, int other, const Distances& distances) {
                      distance);
 }
 
-std::string distancesOf(const Track& track, const Distances& distances) {
+std::string distancesOf(const Track& track, const hearing::Distances& distances) {
   const std::vector<int> cues = cuesOf(track);
   std::string table = fmt::format("<h3>{}</h3><table class=\"distances\"><tr><th></th>", track.name);
   for (const int cue : cues) table += "<th>" + std::to_string(cue) + "</th>";
@@ -145,7 +119,7 @@ std::string tracksChapter(const std::map<int, hearing::Fingerprint>& prints) {
   std::string chapter =
       "<h2>Distances between the cues of each track</h2>"
       "<p>In shares of the median of all pairs; the redder, the more alike. Cues in the order heard.</p>";
-  const Distances distances(prints);
+  const hearing::Distances distances(prints);
   for (const Track* track : allTracks()) chapter += distancesOf(*track, distances);
   return chapter;
 }

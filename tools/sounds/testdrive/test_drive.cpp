@@ -53,28 +53,12 @@ class Fork : public RenderSink {
   RenderSink* other_;
 };
 
-double decibels(double power) {
-  return 10 * std::log10(power + 1e-20);
-}
-
-/// The level below which a signal stays for `share` of the time, dB, a third octave each.
-std::vector<double> levelsOf(const Signal& signal, double share) {
-  const std::vector<double> thirds = hearing::thirdOctaves(250, 6300);
-  const auto spectrogram = hearing::spectrogramOf(signal, kMixRate, 0.05, 0.025);
-  std::vector<std::vector<double>> bands(thirds.size() - 1);
-  for (const auto& frame : spectrogram.frames) {
-    const auto powers = hearing::bandPowers(frame, spectrogram.binHertz, thirds);
-    for (std::size_t band = 0; band < bands.size(); ++band) bands[band].push_back(powers[band]);
-  }
-  std::vector<double> levels;
-  for (const auto& powers : bands) levels.push_back(decibels(hearing::percentile(powers, share)));
-  return levels;
-}
-
 /// Decibels by which `sound` at its stronger moments stands above the usual
 /// strength of `rest`, in the third octave in which it does so most.
 double prominence(const Signal& sound, const Signal& rest) {
-  const std::vector<double> up = levelsOf(sound, 0.9), down = levelsOf(rest, 0.5);
+  const std::vector<double> thirds = hearing::thirdOctaves(250, 6300);
+  const auto up = hearing::levelsIn(thirds, sound, kMixRate, 0.9);
+  const auto down = hearing::levelsIn(thirds, rest, kMixRate, 0.5);
   double most = -200;
   for (std::size_t band = 0; band < up.size(); ++band) most = std::max(most, up[band] - down[band]);
   return most;
