@@ -143,6 +143,13 @@ TEST(Cues, AreAsLoudAsTheirPlaceOnTheTracksAsks) {
   }
 }
 
+TEST(Cues, KeepTheirPeaksBelowFullScale) {
+  for (const Cue& cue : allCues()) {
+    const double highest = cue.number == 8 ? -3.8 : -2;  // that one has 8 bits
+    EXPECT_LE(20 * std::log10(synth::peakOf(cue.loop)), highest + 0.1) << nameOf(cue.number);
+  }
+}
+
 // --- Where engines leave room
 
 // Measured: 0.36 (door bell, cow), 0.40 (swimmers); half of the cues above 0.57.

@@ -234,7 +234,8 @@ Audio marbles(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate();
   Noise noise = recording.noise("gravel");
-  for (const double moment : kMoments) {
+  for (const double bump : kMoments) {
+    const double moment = bump + 0.075;  // the loop meets itself between the last two
     const double hertz = noise.between(110, 230);
     canvas.add(moment, thump(rate, 1.4 * hertz, hertz, noise.between(0.07, 0.1)), noise.between(0.8, 1));
     canvas.add(moment, burst(noise, rate, noise.between(500, 800), 1.5, 0.001, 0.05), 1.1);
@@ -243,7 +244,7 @@ Audio marbles(const Recording& recording) {
       canvas.add(moment + noise.between(0, 0.05), pebble, noise.between(0.15, 0.4));
     }
   }
-  canvas.add(bandpass(white(noise, canvas.frames()), rate, 900, 0.6, Ends::kMeeting), 0.05);
+  canvas.add(bandpass(white(noise, canvas.frames()), rate, 900, 0.6, Ends::kMeeting), 0.1);
   return canvas.signal();
 }
 
