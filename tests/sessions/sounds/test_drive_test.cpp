@@ -23,6 +23,8 @@ TEST_P(TestDrives, HearEveryCueStandOutOnItsSide) {
   const TestDrive drive = driveLap(GetParam(), VORN_SOUND_FOLDER, nullptr);
   EXPECT_EQ(drive.cues.size(), drive.track->segments.size());
   EXPECT_THAT(faultsOf(drive), testing::IsEmpty());
+  EXPECT_GE(drive.walls.size(), 7U);
+  EXPECT_GT(drive.walls.back().difference - drive.walls.front().difference, 15);
   EXPECT_GT(drive.seconds, 20);
   EXPECT_GT(drive.peak, 0.3);
 }

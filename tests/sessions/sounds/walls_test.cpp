@@ -6,7 +6,6 @@
 #include <cmath>
 #include <numeric>
 #include <sstream>
-#include <utility>
 
 #include "platform/headless/headless_platform.h"
 #include "race/walls.h"
@@ -30,16 +29,6 @@ double product(const synth::Signal& one, const synth::Signal& other) {
 
 double decibels(double powerRatio) {
   return 10 * std::log10(powerRatio);
-}
-
-/// By how much `one` and `other` have to be multiplied for their sum to be `whole`.
-std::pair<double, double> sharesIn(const synth::Signal& whole, const synth::Signal& one,
-                                   const synth::Signal& other) {
-  const double oneOne = product(one, one), oneOther = product(one, other), otherOther = product(other, other);
-  const double oneWhole = product(one, whole), otherWhole = product(other, whole);
-  const double determinant = oneOne * otherOther - oneOther * oneOther;
-  return {(oneWhole * otherOther - otherWhole * oneOther) / determinant,
-          (otherWhole * oneOne - oneWhole * oneOther) / determinant};
 }
 
 /// What is heard of the walls at one place across the track.
@@ -71,18 +60,22 @@ class Crossing {
 
   std::vector<Place> places() const {
     std::vector<Place> places;
-    const BufferCourse left = asLoudAsRecorded("wallLeftBuffer"), right = asLoudAsRecorded("wallRightBuffer");
+    const auto courseOf = [this](const std::string& buffer) {
+      return asLoudAsRecorded(coursesOf(trace_.lines(), buffer, mix_.duration()).front());
+    };
+    const BufferCourse left = courseOf("wallLeftBuffer"), right = courseOf("wallRightBuffer");
     const Recording recording = readWav(left.file, folder_.read(left.file));
     for (std::size_t i = 0; i < heardFrom_.size(); ++i) {
       const std::int64_t from = heardFrom_[i], to = from + listenMs_;
       const auto leftEar = mix_.heard(Ear::kLeft, from, to), rightEar = mix_.heard(Ear::kRight, from, to);
       const auto leftWall = playedAlone(left, recording, from, to);
       const auto rightWall = playedAlone(right, recording, from, to);
-      const double leftShare = sharesIn(leftEar, leftWall, rightWall).first;
-      const double rightShare = sharesIn(rightEar, leftWall, rightWall).second;
+      TwoShares inLeftEar, inRightEar;
+      inLeftEar.hear(leftEar, leftWall, rightWall);
+      inRightEar.hear(rightEar, leftWall, rightWall);
       places.push_back({static_cast<int>(i) * kPlaceStep,
                         decibels(product(rightEar, rightEar) / product(leftEar, leftEar)),
-                        2 * decibels(rightShare / leftShare)});
+                        2 * decibels(inRightEar.ofOther() / inLeftEar.ofOne())});
     }
     return places;
   }
@@ -102,13 +95,6 @@ class Crossing {
       heardFrom_.push_back(mix_.duration());
       for (int ms = 0; ms < listenMs_; ++ms) platform.yield();
     }
-  }
-
-  /// What `buffer` was told, without its volumes.
-  BufferCourse asLoudAsRecorded(const std::string& buffer) const {
-    BufferCourse course = coursesOf(trace_.lines(), buffer, mix_.duration()).front();
-    std::erase_if(course.lines, [](const TraceLine& line) { return line.at("op") == "SetVolume"; });
-    return course;
   }
 
   const int listenMs_;

@@ -76,6 +76,11 @@ std::vector<BufferCourse> coursesOf(const std::vector<TraceLine>& trace, const s
   return courses;
 }
 
+BufferCourse asLoudAsRecorded(BufferCourse course) {
+  std::erase_if(course.lines, [](const TraceLine& line) { return line.at("op") == "SetVolume"; });
+  return course;
+}
+
 synth::Signal playedAlone(const BufferCourse& course, const Recording& recording, std::int64_t from,
                           std::int64_t to) {
   Mixer mixer;
@@ -89,6 +94,17 @@ synth::Signal playedAlone(const BufferCourse& course, const Recording& recording
     for (std::size_t i = 0; ms >= from && i < frames.size(); i += 2) signal.push_back(frames[i]);
   }
   return signal;
+}
+
+void TwoShares::hear(std::span<const double> whole, std::span<const double> one,
+                     std::span<const double> other) {
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    oneOne_ += one[i] * one[i];
+    oneOther_ += one[i] * other[i];
+    otherOther_ += other[i] * other[i];
+    oneWhole_ += one[i] * whole[i];
+    otherWhole_ += other[i] * whole[i];
+  }
 }
 
 double shareIn(const synth::Signal& whole, const synth::Signal& part) {

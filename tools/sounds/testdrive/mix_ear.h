@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -46,11 +47,28 @@ struct BufferCourse {
 std::vector<BufferCourse> coursesOf(const std::vector<TraceLine>& trace, const std::string& buffer,
                                     std::int64_t end);
 
+/// A course without its volumes: as loud as recorded all the way.
+BufferCourse asLoudAsRecorded(BufferCourse course);
+
 /// The buffer alone, played by a mixer of its own as the game has played it, but
 /// in the middle: its samples between two moments, ms, in step with those of the
 /// whole mix. One at a time.
 synth::Signal playedAlone(const BufferCourse& course, const Recording& recording, std::int64_t from,
                           std::int64_t to);
+
+/// By how much two sounds have to be multiplied for their sum to be a whole, as
+/// well as can be said from all that was heard of them.
+class TwoShares {
+ public:
+  void hear(std::span<const double> whole, std::span<const double> one, std::span<const double> other);
+  double ofOne() const { return (oneWhole_ * otherOther_ - otherWhole_ * oneOther_) / determinant(); }
+  double ofOther() const { return (otherWhole_ * oneOne_ - oneWhole_ * oneOther_) / determinant(); }
+
+ private:
+  double determinant() const { return oneOne_ * otherOther_ - oneOther_ * oneOther_; }
+
+  double oneOne_ = 0, oneOther_ = 0, otherOther_ = 0, oneWhole_ = 0, otherWhole_ = 0;
+};
 
 /// By how much `part` has to be multiplied to be as much of `whole` as it can be.
 double shareIn(const synth::Signal& whole, const synth::Signal& part);

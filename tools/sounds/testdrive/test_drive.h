@@ -1,5 +1,6 @@
 /// A lap of a track, heard through the game's own mixer in virtual time: whether
-/// each cue stands out on its side, over everything else that sounds in the race.
+/// each cue stands out on its side, over everything else that sounds in the race,
+/// and whether the walls tell where across the track the car is.
 #pragma once
 
 #include <string>
@@ -20,12 +21,20 @@ struct CueHeard {
   double lastShare;   ///< as `nearShare`, in the last moments of the segment
 };
 
+/// What is heard of the walls over all the time that the car is at about one place across the track.
+struct WallsHeard {
+  int lateralPosition;  ///< to the nearest ten
+  int ticks;
+  double difference;  ///< dB of the right wall over the left one, each in its ear
+};
+
 struct TestDrive {
   const Track* track;
-  double seconds;              ///< from the first tick to the last
-  std::vector<CueHeard> cues;  ///< a segment each
-  double peak;                 ///< the highest sample, full scale is 1
-  int longestPlateau;          ///< samples in a row at the height of the highest
+  double seconds;                 ///< from the first tick to the last
+  std::vector<CueHeard> cues;     ///< a segment each
+  std::vector<WallsHeard> walls;  ///< from the left to the right
+  double peak;                    ///< the highest sample, full scale is 1
+  int longestPlateau;             ///< samples in a row at the height of the highest
 };
 
 /// Drives a lap of track 1 .. 10 with the sounds of `folder`, where nothing is
