@@ -15,7 +15,7 @@ struct VirtualDemo {
 
 /// A lap of track 1 .. 10. `connections` say who listens; a script is not needed.
 /// The folder of `options` holds the sounds; nothing is written there. What is said goes to
-/// `captions`. Takes about a thousandth of the time, more where it is rendered. Throws what its sinks throw.
+/// `captions`. Takes far less time than it plays. Throws what its sinks throw.
 VirtualDemo playVirtualDemo(int track, HeadlessOptions options, HeadlessConnections connections,
                             std::ostream& captions);
 
