@@ -23,8 +23,8 @@
 
 #include "demo/demo_platform.h"
 #include "desktop/key_presser.h"
+#include "platform/common/forwarding_platform.h"
 #include "platform/desktop/desktop_platform.h"
-#include "platform/forwarding_platform.h"
 #include "shell/start_up.h"
 #include "support/program.h"
 

@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "platform/mixer.h"
+#include "platform/mixing/mixer.h"
 
 namespace vorn {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "demo/wheel_driver.h"
-#include "platform/key_codes.h"
+#include "platform/common/key_codes.h"
 #include "platform/platform.h"
 
 namespace vorn {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "demo/demo_driver.h"
-#include "platform/forwarding_platform.h"
-#include "platform/key_codes.h"
-#include "platform/windows1252.h"
+#include "platform/common/forwarding_platform.h"
+#include "platform/common/key_codes.h"
+#include "platform/common/windows1252.h"
 
 namespace vorn {
 namespace {

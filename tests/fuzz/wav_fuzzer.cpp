@@ -3,7 +3,7 @@
 
 #include "fuzz/checks.h"
 #include "platform/errors.h"
-#include "platform/wav_file.h"
+#include "platform/mixing/wav_file.h"
 #include "sound/catalogue.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

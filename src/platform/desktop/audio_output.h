@@ -3,7 +3,7 @@
 
 #include <SDL_audio.h>
 
-#include "platform/mixer.h"
+#include "platform/mixing/mixer.h"
 
 namespace vorn {
 

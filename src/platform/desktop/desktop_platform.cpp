@@ -6,6 +6,9 @@
 #include <iostream>
 #include <utility>
 
+#include "platform/common/folder_files.h"
+#include "platform/common/random.h"
+#include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
 #include "platform/desktop/controllers.h"
 #include "platform/desktop/espeak_voice.h"
@@ -13,10 +16,7 @@
 #include "platform/desktop/launcher.h"
 #include "platform/desktop/tick_clock.h"
 #include "platform/desktop/window.h"
-#include "platform/folder_files.h"
-#include "platform/mixer.h"
-#include "platform/random.h"
-#include "platform/windows1252.h"
+#include "platform/mixing/mixer.h"
 
 namespace vorn {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <SDL_keyboard.h>
 
+#include "platform/common/key_codes.h"
 #include "platform/input_devices.h"
-#include "platform/key_codes.h"
 
 namespace vorn {
 

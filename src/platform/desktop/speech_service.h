@@ -11,8 +11,8 @@
 #include <string>
 #include <thread>
 
-#include "platform/espeak_synth.h"
-#include "platform/voice_stream.h"
+#include "platform/common/espeak_synth.h"
+#include "platform/mixing/voice_stream.h"
 
 namespace vorn {
 

@@ -1,7 +1,7 @@
 /// The embedded synthesiser in virtual time: a text takes as long as its sound.
 #pragma once
 
-#include "platform/espeak_synth.h"
+#include "platform/common/espeak_synth.h"
 #include "platform/headless/render.h"
 #include "platform/headless/speech.h"
 

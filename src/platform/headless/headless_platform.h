@@ -13,10 +13,10 @@
 #include <iosfwd>
 #include <memory>
 
+#include "platform/common/random.h"
 #include "platform/headless/options.h"
 #include "platform/headless/script_runner.h"
 #include "platform/headless/world.h"
-#include "platform/random.h"
 
 namespace vorn {
 

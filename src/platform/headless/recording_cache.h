@@ -7,8 +7,8 @@
 #include <string>
 #include <tuple>
 
-#include "platform/folder_files.h"
-#include "platform/wav_file.h"
+#include "platform/common/folder_files.h"
+#include "platform/mixing/wav_file.h"
 
 namespace vorn {
 

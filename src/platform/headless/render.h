@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/mixer.h"
+#include "platform/mixing/mixer.h"
 
 namespace vorn {
 

@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/key_codes.h"
+#include "platform/common/key_codes.h"
 
 namespace vorn {
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "platform/common/windows1252.h"
 #include "platform/errors.h"
-#include "platform/windows1252.h"
 
 namespace vorn {
 

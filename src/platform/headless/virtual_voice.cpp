@@ -1,6 +1,6 @@
 #include "platform/headless/virtual_voice.h"
 
-#include "platform/windows1252.h"
+#include "platform/common/windows1252.h"
 
 namespace vorn {
 

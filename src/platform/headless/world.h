@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/folder_files.h"
+#include "platform/common/folder_files.h"
 #include "platform/headless/field_table.h"
 #include "platform/headless/options.h"
 #include "platform/headless/recording_cache.h"

@@ -8,7 +8,7 @@
 #include <sndfile.hh>
 #include <sstream>
 
-#include "platform/windows1252.h"
+#include "platform/common/windows1252.h"
 #include "support/program.h"
 #include "support/session.h"
 #include "tracks/catalogue.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogue.h"
-#include "platform/key_codes.h"
+#include "platform/common/key_codes.h"
 
 namespace vorn {
 namespace {

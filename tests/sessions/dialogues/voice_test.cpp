@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogue.h"
-#include "platform/random.h"
+#include "platform/common/random.h"
 
 namespace vorn {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/wav_file.h"
+#include "platform/mixing/wav_file.h"
 #include "sessions/shell/story.h"
 
 namespace vorn {

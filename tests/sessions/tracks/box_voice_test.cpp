@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-#include "platform/wav_file.h"
+#include "platform/mixing/wav_file.h"
 #include "recipes/pit_box.h"
 #include "sessions/tracks/one_race.h"
 #include "sessions/tracks/pit_stop_driver.h"

@@ -10,7 +10,7 @@
 
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
-#include "platform/mixer.h"
+#include "platform/mixing/mixer.h"
 #include "recipes/engine_models.h"
 #include "spectrum.h"
 #include "support_sounds.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <numeric>
 
-#include "platform/mixer.h"
+#include "platform/mixing/mixer.h"
 
 namespace vorn {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "platform/headless/render.h"
 #include "platform/headless/trace.h"
-#include "platform/wav_file.h"
+#include "platform/mixing/wav_file.h"
 #include "synth/signal.h"
 
 namespace vorn {

@@ -11,8 +11,8 @@
 
 #include "demo/virtual_demo.h"
 #include "hearing/spectrogram.h"
-#include "platform/folder_files.h"
-#include "platform/limiter.h"
+#include "platform/common/folder_files.h"
+#include "platform/mixing/limiter.h"
 #include "testdrive/mix_ear.h"
 #include "tracks/catalogue.h"
 

@@ -1,0 +1,245 @@
+#include "platform/common/folder_files.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <utility>
+
+#include "platform/errors.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void failWithErrno(const char* call, const std::string& name) {
+  throw PlatformError(call, name, std::strerror(errno));
+}
+
+std::string lowerCased(std::string_view text) {
+  std::string lowered(text);
+  for (char& c : lowered) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lowered;
+}
+
+bool isPlainName(const std::string& name) {
+  return !name.empty() && name != "." && name != ".." &&
+         name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+}
+
+bool isRegular(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(path, ignored);
+}
+
+/// The names of the regular files of `folder` that `matches` accepts, in no
+/// order; none where the folder cannot be read.
+template <typename Matches>
+std::vector<std::string> regularFiles(const fs::path& folder, Matches matches) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    std::string name = entry->path().filename().string();
+    if (matches(name) && isRegular(entry->path())) names.push_back(std::move(name));
+  }
+  return names;
+}
+
+/// An open file; closing is never skipped.
+class OpenFile {
+ public:
+  OpenFile(const char* call, const std::string& name, const fs::path& path, int flags)
+      : call_(call), name_(name), descriptor_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+    if (descriptor_ < 0) fail();
+  }
+  ~OpenFile() { ::close(descriptor_); }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  struct stat status() const {
+    struct stat result;
+    if (::fstat(descriptor_, &result) != 0) fail();
+    return result;
+  }
+  std::string readAll() const {
+    std::string bytes(static_cast<std::size_t>(status().st_size), '\0');
+    std::size_t done = 0;
+    for (;;) {
+      if (done == bytes.size()) bytes.resize(done + 1);  // one more, to see the end
+      const ssize_t got = ::read(descriptor_, bytes.data() + done, bytes.size() - done);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) fail();
+      if (got == 0) break;
+      done += static_cast<std::size_t>(got);
+    }
+    bytes.resize(done);
+    return bytes;
+  }
+  void writeAll(std::string_view bytes) const {
+    while (!bytes.empty()) {
+      const ssize_t put = ::write(descriptor_, bytes.data(), bytes.size());
+      if (put < 0 && errno == EINTR) continue;
+      if (put < 0) fail();
+      bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+  }
+  void reachDisk() const {
+    if (::fsync(descriptor_) != 0) fail();
+  }
+  void setMode(mode_t mode) const { (void)::fchmod(descriptor_, mode); }  // a wish: some disks know no modes
+  void cutTo(off_t length) const { (void)!::ftruncate(descriptor_, length); }
+
+ private:
+  [[noreturn]] void fail() const { failWithErrno(call_, name_); }
+
+  const char* call_;
+  const std::string& name_;
+  int descriptor_;
+};
+
+/// Hidden name of the file that is being written in place of `name` by process `process`.
+std::string temporaryName(const std::string& name, pid_t process) {
+  return "." + name + ".new-" + std::to_string(process);
+}
+
+/// Removes what earlier runs left when they were killed in the middle of a write of `name`.
+void removeLeftovers(const fs::path& folder, const std::string& name) {
+  const std::string stem = "." + name + ".new-";
+  const auto isLeftover = [&](const std::string& candidate) {
+    if (!candidate.starts_with(stem)) return false;
+    pid_t process = 0;
+    const char* const end = candidate.data() + candidate.size();
+    const auto parsed = std::from_chars(candidate.data() + stem.size(), end, process);
+    return parsed.ec == std::errc() && parsed.ptr == end && process > 0 && ::kill(process, 0) != 0 &&
+           errno == ESRCH;
+  };
+  for (const std::string& leftover : regularFiles(folder, isLeftover)) {
+    std::error_code ignored;
+    fs::remove(folder / leftover, ignored);
+  }
+}
+
+/// A renamed or new entry survives a power cut only once its folder is on the disk.
+void folderReachesDisk(const fs::path& folder) {
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  (void)::fsync(descriptor);
+  ::close(descriptor);
+}
+
+}  // namespace
+
+FolderFiles::FolderFiles(fs::path folder, Observer observer)
+    : folder_(std::move(folder)), observer_(std::move(observer)) {}
+
+std::optional<std::string> FolderFiles::find(const std::string& name) {
+  if (!isPlainName(name)) return std::nullopt;
+  if (isRegular(folder_ / name)) return name;
+  const std::string wanted = lowerCased(name);
+  const auto found = regularFiles(folder_, [&](const std::string& s) { return lowerCased(s) == wanted; });
+  if (found.empty()) return std::nullopt;
+  return *std::min_element(found.begin(), found.end());
+}
+
+std::vector<std::string> FolderFiles::list(const std::string& prefix, const std::string& suffix) {
+  const std::string begin = lowerCased(prefix);
+  const std::string end = lowerCased(suffix);
+  std::vector<std::pair<std::string, std::string>> found;  // the lowered name decides the order
+  for (std::string& name : regularFiles(folder_, [](const std::string&) { return true; })) {
+    std::string lowered = lowerCased(name);
+    if (lowered.size() >= begin.size() + end.size() && lowered.starts_with(begin) && lowered.ends_with(end)) {
+      found.emplace_back(std::move(lowered), std::move(name));
+    }
+  }
+  std::sort(found.begin(), found.end());
+  std::vector<std::string> names;
+  names.reserve(found.size());
+  for (auto& entry : found) names.push_back(std::move(entry.second));
+  return names;
+}
+
+fs::path FolderFiles::pathOf(const char* call, const std::string& name) {
+  const auto found = find(name);
+  if (!found) throw PlatformError(call, name, "there is no such file");
+  return folder_ / *found;
+}
+
+std::string FolderFiles::nameToWrite(const char* call, const std::string& name) {
+  if (!isPlainName(name)) throw PlatformError(call, name, "not a file name");
+  return find(name).value_or(name);
+}
+
+void FolderFiles::tell(std::string_view operation, const std::string& name) const {
+  if (observer_) observer_(operation, name);
+}
+
+std::string FolderFiles::read(const std::string& name) {
+  const fs::path path = pathOf("read", name);
+  std::string bytes = OpenFile("read", name, path, O_RDONLY).readAll();
+  tell("read", path.filename().string());
+  return bytes;
+}
+
+void FolderFiles::write(const std::string& name, const std::string& bytes) {
+  const std::string stored = nameToWrite("write", name);
+  removeLeftovers(folder_, stored);
+  const fs::path target = folder_ / stored;
+  const fs::path temporary = folder_ / temporaryName(stored, ::getpid());
+  try {
+    const OpenFile file("write", name, temporary, O_WRONLY | O_CREAT | O_TRUNC);
+    struct stat old;
+    if (::stat(target.c_str(), &old) == 0) file.setMode(old.st_mode & 07777);
+    file.writeAll(bytes);
+    file.reachDisk();
+    if (::rename(temporary.c_str(), target.c_str()) != 0) failWithErrno("write", name);
+  } catch (...) {
+    std::error_code ignored;
+    fs::remove(temporary, ignored);
+    throw;
+  }
+  folderReachesDisk(folder_);
+  tell("write", stored);
+}
+
+void FolderFiles::append(const std::string& name, const std::string& bytes) {
+  const std::string stored = nameToWrite("append", name);
+  const OpenFile file("append", name, folder_ / stored, O_WRONLY | O_CREAT | O_APPEND);
+  const off_t before = file.status().st_size;
+  try {
+    file.writeAll(bytes);
+    file.reachDisk();
+  } catch (...) {
+    file.cutTo(before);  // all of it or nothing
+    throw;
+  }
+  tell("append", stored);
+}
+
+void FolderFiles::remove(const std::string& name) {
+  const fs::path path = pathOf("delete", name);
+  std::error_code error;
+  if (!fs::remove(path, error) || error) throw PlatformError("delete", name, error.message());
+  tell("delete", path.filename().string());
+}
+
+std::uintmax_t FolderFiles::size(const std::string& name) {
+  const fs::path path = pathOf("size", name);
+  std::error_code error;
+  const std::uintmax_t bytes = fs::file_size(path, error);
+  if (error) throw PlatformError("size", name, error.message());
+  return bytes;
+}
+
+std::string FolderFiles::readSound(const std::string& name) {
+  return OpenFile("readSound", name, pathOf("readSound", name), O_RDONLY).readAll();
+}
+
+}  // namespace vorn

@@ -1,0 +1,94 @@
+#include "platform/mixing/mixer.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/errors.h"
+
+namespace vorn {
+
+/// A channel as the game sees it.
+class Mixer::Buffer final : public SoundBuffer {
+ public:
+  explicit Buffer(SoundChannel& channel) : channel_(channel) {}
+  ~Buffer() override { channel_.release(); }
+
+ private:
+  void doPlay(bool looping) override { channel_.play(looping); }
+  void doStop() override { channel_.stop(); }
+  void doSetVolume(int hundredthsOfDecibel) override { channel_.setVolume(hundredthsOfDecibel); }
+  void doSetPan(int hundredthsOfDecibel) override { channel_.setPan(hundredthsOfDecibel); }
+  void doSetFrequency(int hertz) override { channel_.setFrequency(hertz); }
+  void doSetCurrentPosition(int byteInTheData) override {
+    channel_.seek(static_cast<std::uint32_t>(byteInTheData / channel_.recording().bytesPerFrame));
+  }
+  int doGetStatus() override { return channel_.isPlaying() ? kPlaying : 0; }
+  int doGetFrequency() override { return channel_.frequency(); }
+  int doDataBytes() const override { return static_cast<int>(channel_.recording().dataBytes()); }
+
+  SoundChannel& channel_;
+};
+
+std::unique_ptr<SoundBuffer> Mixer::createBuffer(std::shared_ptr<const Recording> recording) {
+  if (recording->frames() < 1 || recording->dataBytes() > std::numeric_limits<int>::max()) {
+    throw PlatformError("CreateSoundBufferFromFile", std::to_string(recording->dataBytes()),
+                        "no such recording can be played");
+  }
+  reclaim();
+  const auto place = std::find(owned_.begin(), owned_.end(), nullptr);
+  if (place == owned_.end()) {
+    throw PlatformError("CreateSoundBufferFromFile", std::to_string(kMostBuffers), "too many sound buffers");
+  }
+  *place = std::make_unique<SoundChannel>(std::move(recording));
+  places_[static_cast<std::size_t>(place - owned_.begin())].store(place->get(), std::memory_order_release);
+  return std::make_unique<Buffer>(**place);
+}
+
+/// Frees what the rendering thread has let go of.
+void Mixer::reclaim() {
+  for (std::size_t i = 0; i < owned_.size(); ++i) {
+    if (places_[i].load(std::memory_order_acquire) == nullptr) {
+      owned_[i].reset();
+    }
+  }
+}
+
+void Mixer::render(float* interleaved, int frames) {
+  std::array<float, kChunk> left, right;
+  for (int done = 0; done < frames; done += kChunk) {
+    const int count = std::min(kChunk, frames - done);
+    mixChunk(left.data(), right.data(), count);
+    for (int i = 0; i < count; ++i) {
+      *interleaved++ = left[i];
+      *interleaved++ = right[i];
+    }
+  }
+}
+
+void Mixer::mixChunk(float* left, float* right, int count) {
+  std::array<float, kChunk> gameLeft{}, gameRight{};
+  for (auto& place : places_) {
+    SoundChannel* channel = place.load(std::memory_order_acquire);
+    if (channel == nullptr) {
+      continue;
+    }
+    channel->render(interpolator_, gameLeft.data(), gameRight.data(), count);
+    if (channel->isFinished()) {
+      place.store(nullptr, std::memory_order_release);
+    }
+  }
+  const bool muted = muted_.load(std::memory_order_relaxed);
+  if (muted != isMuted_) {
+    isMuted_ = muted;
+    loudness_.aim(muted ? 0.0F : 1.0F);
+  }
+  std::fill_n(left, count, 0.0F);
+  std::fill_n(right, count, 0.0F);
+  Glide sameLoudness = loudness_;
+  loudness_.mixInto(left, gameLeft.data(), count);
+  sameLoudness.mixInto(right, gameRight.data(), count);
+  voice_.mixInto(interpolator_, left, right, count);
+  limiter_.process(left, right, count);
+}
+
+}  // namespace vorn

@@ -1,0 +1,65 @@
+/// The game's sound: everything that sounds, mixed to 48 kHz stereo. The game
+/// thread makes buffers and tells them what to do; one other thread, or the same
+/// one offline, calls `render`. Neither waits for the other, and `render` allocates
+/// nothing. Rendered by one thread, the same calls give the same samples to the bit.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+
+#include "platform/mixing/interpolator.h"
+#include "platform/mixing/limiter.h"
+#include "platform/mixing/sound_channel.h"
+#include "platform/mixing/voice_stream.h"
+#include "platform/mixing/wav_file.h"
+#include "platform/sound_device.h"
+
+namespace vorn {
+
+class Mixer {
+ public:
+  static constexpr int kRate = SoundChannel::kOutputRate;  ///< frames a second
+  static constexpr int kMostBuffers = 128;
+  static constexpr int kDelay = Limiter::kDelay;  ///< frames from `render` to what it makes heard
+
+  Mixer() = default;
+  Mixer(const Mixer&) = delete;
+  Mixer& operator=(const Mixer&) = delete;
+
+  // Game thread.
+  /// A new silent buffer, to be destroyed before the mixer. What its procedures
+  /// ask for is heard from the next `render` on; its status is right at once.
+  /// Throws `PlatformError` where `kMostBuffers` are alive already.
+  std::unique_ptr<SoundBuffer> createBuffer(std::shared_ptr<const Recording> recording);
+  /// Silences every buffer, but not the voice; they all run on meanwhile.
+  void setMuted(bool muted) { muted_ = muted; }
+  VoiceStream& voice() { return voice_; }
+
+  // Rendering thread.
+  /// Writes the next `frames` frames, left and right in turn, each -1 .. 1.
+  void render(float* interleaved, int frames);
+
+ private:
+  class Buffer;
+  static constexpr int kChunk = 64;
+
+  void mixChunk(float* left, float* right, int count);
+  void reclaim();
+
+  const Interpolator interpolator_;
+  VoiceStream voice_;
+  std::atomic<bool> muted_{false};
+
+  // A channel stands in its place until the rendering thread, finding it released
+  // and silent, clears the place; then the game thread frees it.
+  std::array<std::atomic<SoundChannel*>, kMostBuffers> places_{};
+  std::array<std::unique_ptr<SoundChannel>, kMostBuffers> owned_;  ///< the game thread's
+
+  // The rendering thread's own.
+  bool isMuted_ = false;
+  Glide loudness_{1};
+  Limiter limiter_;
+};
+
+}  // namespace vorn

@@ -1,0 +1,278 @@
+#include "platform/common/folder_files.h"
+
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "platform/errors.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FolderFilesTest : public testing::Test {
+ protected:
+  void put(const std::string& name, const std::string& bytes) { folder.write(name, bytes); }
+  std::string get(const std::string& name) { return folder.read(name); }
+
+  TemporaryFolder folder;
+  std::vector<std::string> told;
+  FolderFiles files{folder.path(), [this](std::string_view operation, const std::string& name) {
+                      told.push_back(std::string(operation) + " " + name);
+                    }};
+};
+
+TEST_F(FolderFilesTest, FindsWithoutRegardToCase) {
+  put("VORN1voc.CFG", "x");
+  EXPECT_EQ(files.find("vorn1voc.cfg"), "VORN1voc.CFG");
+  EXPECT_EQ(files.find("vorn1voc.cf"), std::nullopt);
+}
+
+TEST_F(FolderFilesTest, TheExactCaseComesFirstThenTheAlphabet) {
+  put("log.txt", "exact");
+  put("LOG.TXT", "capitals");
+  put("Log.txt", "mixed");
+  EXPECT_EQ(files.find("log.txt"), "log.txt");
+  EXPECT_EQ(files.find("LOG.TXT"), "LOG.TXT");
+  EXPECT_EQ(files.find("lOG.tXT"), "LOG.TXT");
+}
+
+TEST_F(FolderFilesTest, OnlyRegularFilesCount) {
+  fs::create_directory(folder.path() / "arcadehub.exe");
+  ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("nowhere", folder.path() / "dangling");
+  EXPECT_EQ(files.find("arcadehub.exe"), std::nullopt);
+  EXPECT_EQ(files.find("pipe"), std::nullopt);
+  EXPECT_EQ(files.find("dangling"), std::nullopt);
+  EXPECT_THAT(files.list("", ""), IsEmpty());
+}
+
+TEST_F(FolderFilesTest, ALinkToARegularFileIsOne) {
+  put("real.wav", "samples");
+  fs::create_symlink("real.wav", folder.path() / "linked.wav");
+  EXPECT_EQ(files.find("linked.wav"), "linked.wav");
+  EXPECT_EQ(files.readSound("linked.wav"), "samples");
+}
+
+TEST_F(FolderFilesTest, ADirectoryDoesNotHideAFileOfAnotherCase) {
+  fs::create_directory(folder.path() / "save");
+  put("SAVE", "x");
+  EXPECT_EQ(files.find("save"), "SAVE");
+}
+
+TEST_F(FolderFilesTest, ListsByPrefixAndSuffixInTheOrderOfLoweredNames) {
+  for (const char* name :
+       {"vorn1b.rec", "VORN1A.REC", "vorn1C.rec", "vorn1.txt", "xvorn1d.rec", "vorn1_.rec"}) {
+    put(name, "");
+  }
+  EXPECT_THAT(files.list("Vorn1", ".Rec"),
+              ElementsAre("vorn1_.rec", "VORN1A.REC", "vorn1b.rec", "vorn1C.rec"));
+  EXPECT_THAT(files.list("vorn2", ".rec"), IsEmpty());
+}
+
+TEST_F(FolderFilesTest, PrefixAndSuffixMustNotOverlap) {
+  put("abc", "");
+  EXPECT_THAT(files.list("abc", "bc"), IsEmpty());
+  EXPECT_THAT(files.list("ab", "c"), ElementsAre("abc"));
+}
+
+TEST_F(FolderFilesTest, ReadsEveryByte) {
+  std::string bytes;
+  for (int i = 0; i < 200000; ++i) bytes += static_cast<char>(i * 7);
+  put("a.rec", bytes);
+  EXPECT_EQ(files.read("A.rec"), bytes);
+  EXPECT_EQ(files.readSound("A.rec"), bytes);
+  EXPECT_EQ(files.size("A.rec"), bytes.size());
+  put("empty", "");
+  EXPECT_EQ(files.read("empty"), "");
+}
+
+TEST_F(FolderFilesTest, AMissingFileIsAFailedCall) {
+  EXPECT_THROW(files.read("a"), PlatformError);
+  EXPECT_THROW(files.readSound("a"), PlatformError);
+  EXPECT_THROW(files.size("a"), PlatformError);
+  EXPECT_THROW(files.remove("a"), PlatformError);
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FolderFilesTest, WritesUnderTheNameThatIsThere) {
+  put("VORN1OPS.CFG", "a long old content");
+  files.write("vorn1ops.cfg", "new");
+  EXPECT_EQ(get("VORN1OPS.CFG"), "new");
+  EXPECT_THAT(folder.names(), ElementsAre("VORN1OPS.CFG"));
+  files.append("vorn1ops.cfg", "er");
+  EXPECT_EQ(get("VORN1OPS.CFG"), "newer");
+  files.remove("vorn1ops.cfg");
+  EXPECT_THAT(folder.names(), IsEmpty());
+  EXPECT_THAT(told, ElementsAre("write VORN1OPS.CFG", "append VORN1OPS.CFG", "delete VORN1OPS.CFG"));
+}
+
+TEST_F(FolderFilesTest, MakesWhatIsNotThere) {
+  files.write("a", "1");
+  files.append("b", "2");
+  EXPECT_EQ(get("a"), "1");
+  EXPECT_EQ(get("b"), "2");
+}
+
+TEST_F(FolderFilesTest, TellsOfReadsButNotOfSoundsSizesAndLookUps) {
+  put("a.cfg", "x");
+  files.find("a.cfg");
+  files.list("a", "cfg");
+  files.size("a.cfg");
+  files.readSound("a.cfg");
+  EXPECT_THAT(told, IsEmpty());
+  files.read("A.CFG");
+  EXPECT_THAT(told, ElementsAre("read a.cfg"));
+}
+
+TEST_F(FolderFilesTest, NamesNeverLeaveTheFolder) {
+  fs::create_directory(folder.path() / "inner");
+  FolderFiles inner(folder.path() / "inner");
+  put("outer", "x");
+  for (const std::string& name :
+       {std::string("../outer"), std::string(""), std::string("."), std::string(".."),
+        (folder.path() / "outer").string(), std::string("o\0uter", 6)}) {
+    EXPECT_EQ(inner.find(name), std::nullopt) << name;
+    EXPECT_THROW(inner.write(name, "y"), PlatformError) << name;
+    EXPECT_THROW(inner.append(name, "y"), PlatformError) << name;
+    EXPECT_THROW(inner.read(name), PlatformError) << name;
+  }
+  EXPECT_EQ(get("outer"), "x");
+}
+
+TEST_F(FolderFilesTest, AReplacedFileKeepsItsPermissions) {
+  put("a", "x");
+  fs::permissions(folder.path() / "a", fs::perms(0640));
+  files.write("a", "y");
+  EXPECT_EQ(fs::status(folder.path() / "a").permissions(), fs::perms(0640));
+}
+
+TEST_F(FolderFilesTest, AReplacedFileIsANewFile) {
+  // A reader that has the old file open keeps the old bytes whole.
+  put("a", "old bytes");
+  std::ifstream reader(folder.path() / "a");
+  files.write("a", "new");
+  std::ostringstream seen;
+  seen << reader.rdbuf();
+  EXPECT_EQ(seen.str(), "old bytes");
+}
+
+TEST_F(FolderFilesTest, LeftoversOfKilledRunsAreRemovedAtTheNextWrite) {
+  const pid_t child = fork();
+  if (child == 0) _exit(0);
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);  // its number now belongs to nobody
+  put(".a.new-" + std::to_string(child), "half");
+  put(".a.new-" + std::to_string(getppid()), "somebody's");
+  put(".a.new-x", "not ours");
+  files.write("a", "1");
+  EXPECT_THAT(folder.names(),
+              testing::UnorderedElementsAre("a", ".a.new-" + std::to_string(getppid()), ".a.new-x"));
+}
+
+/// Lets no file grow beyond `bytes` while it lives, as a full disk would.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) : oldHandler_(signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    rlimit small = old_;
+    small.rlim_cur = bytes;
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    signal(SIGXFSZ, oldHandler_);
+  }
+
+ private:
+  rlimit old_;
+  sighandler_t oldHandler_;
+};
+
+TEST_F(FolderFilesTest, AFullDiskLosesNothing) {
+  put("record", "the old record");
+  put("log", "line 1\r\n");
+  bool writeFailed = false;
+  bool appendFailed = false;
+  {
+    const FullDisk full(12);
+    try {
+      files.write("record", std::string(1000, 'x'));
+    } catch (const PlatformError&) {
+      writeFailed = true;
+    }
+    try {
+      files.append("log", "line 2\r\n");
+    } catch (const PlatformError&) {
+      appendFailed = true;
+    }
+  }
+  EXPECT_TRUE(writeFailed);
+  EXPECT_TRUE(appendFailed);
+  EXPECT_EQ(get("record"), "the old record");
+  EXPECT_EQ(get("log"), "line 1\r\n");
+  EXPECT_THAT(folder.names(), testing::UnorderedElementsAre("record", "log"));
+  EXPECT_THAT(told, IsEmpty());
+}
+
+/// Gives up the rights of the superuser while it lives, where the test has them.
+class PlainUser {
+ public:
+  PlainUser() { (void)!seteuid(getuid() == 0 ? 65534 : getuid()); }
+  ~PlainUser() { (void)!seteuid(getuid()); }
+};
+
+TEST_F(FolderFilesTest, AReadOnlyFolderIsAFailedCall) {
+  put("record", "old");
+  fs::permissions(folder.path(), fs::perms(0555));
+  {
+    const PlainUser plain;
+    EXPECT_THROW(files.write("record", "new"), PlatformError);
+    EXPECT_THROW(files.write("other", "new"), PlatformError);
+    EXPECT_THROW(files.append("other", "new"), PlatformError);
+    EXPECT_THROW(files.remove("record"), PlatformError);
+    EXPECT_EQ(files.read("record"), "old");
+  }
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_THAT(folder.names(), ElementsAre("record"));
+}
+
+TEST_F(FolderFilesTest, AFolderThatIsNotThereIsAFailedCall) {
+  FolderFiles nowhere(folder.path() / "nowhere");
+  EXPECT_EQ(nowhere.find("a"), std::nullopt);
+  EXPECT_THAT(nowhere.list("", ""), IsEmpty());
+  EXPECT_THROW(nowhere.write("a", ""), PlatformError);
+  EXPECT_THROW(nowhere.append("a", ""), PlatformError);
+}
+
+TEST_F(FolderFilesTest, AKilledWriterLeavesTheOldOrTheNewBytes) {
+  const std::string oldBytes(300000, 'o');
+  const std::string newBytes(300000, 'n');
+  for (int round = 0; round < 20; ++round) {
+    put("record", oldBytes);
+    const pid_t child = fork();
+    if (child == 0) {
+      FolderFiles writer(folder.path());
+      for (;;) writer.write("record", newBytes);
+    }
+    usleep(static_cast<useconds_t>(300 + round * 137));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string found = get("record");
+    EXPECT_TRUE(found == oldBytes || found == newBytes) << found.size();
+  }
+  files.write("record", "last");
+  EXPECT_THAT(folder.names(), ElementsAre("record"));
+}
+
+}  // namespace
+}  // namespace vorn

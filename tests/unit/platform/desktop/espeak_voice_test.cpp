@@ -1,0 +1,122 @@
+#include "platform/desktop/espeak_voice.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/errors.h"
+#include "platform/mixing/mixer.h"
+
+namespace vorn {
+namespace {
+
+class EspeakVoiceTest : public testing::Test {
+ protected:
+  std::unique_ptr<EspeakVoice> makeVoice() {
+    return std::make_unique<EspeakVoice>(
+        synth, service, [this] { return pause(); },
+        [this](const std::string& text) { captions.push_back(text); });
+  }
+  bool pause() {
+    hear(10);
+    pausedMs += 10;
+    return pausedMs < cutAfterMs;
+  }
+  void hear(int ms) {
+    std::vector<float> sound(static_cast<std::size_t>(ms) * 96);
+    mixer.render(sound.data(), ms * 48);
+    std::this_thread::sleep_for(std::chrono::microseconds(100));
+  }
+  /// Milliseconds of sound until the voice is idle.
+  int hearOut(Voice& spoken) {
+    int ms = 0;
+    for (; spoken.RunningState() == Voice::kSpeaking && ms < 60000; ms += 10) {
+      hear(10);
+    }
+    return ms;
+  }
+
+  Mixer mixer;
+  EspeakSynth synth;
+  SpeechService service{synth, mixer.voice()};
+  std::vector<std::string> captions;
+  int pausedMs = 0, cutAfterMs = 1000000;
+};
+
+TEST_F(EspeakVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
+  auto voice = makeVoice();
+  voice->Speak("one two three four five", speak_flags::kQueue);
+  EXPECT_EQ(pausedMs, 0);
+  voice->Speak("six", speak_flags::kSynchronous);
+  EXPECT_GT(pausedMs, 1500);
+  EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
+}
+
+TEST_F(EspeakVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
+  auto voice = makeVoice();
+  voice->Speak("one two three four five", speak_flags::kQueue);
+  hear(100);
+  EXPECT_EQ(voice->RunningState(), Voice::kSpeaking);
+  voice->Speak("", speak_flags::kPurge);
+  EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
+  voice->Speak("one two three four five", speak_flags::kQueue);
+  voice->Speak("six", speak_flags::kPurge);
+  EXPECT_EQ(voice->RunningState(), Voice::kSpeaking);
+  EXPECT_LT(hearOut(*voice), 1000);
+}
+
+TEST_F(EspeakVoiceTest, SettingsAreThoseOfTheCall) {
+  auto voice = makeVoice();
+  voice->setRate(10);
+  voice->Speak("The quick brown fox jumps over the lazy dog", speak_flags::kQueue);
+  voice->setRate(0);
+  const int fast = hearOut(*voice);
+  voice->Speak("The quick brown fox jumps over the lazy dog", speak_flags::kQueue);
+  EXPECT_NEAR(static_cast<double>(hearOut(*voice)) / fast, 3, 1);
+}
+
+TEST_F(EspeakVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
+  auto voice = makeVoice();
+  EXPECT_NO_THROW(voice->setRate(1000));
+  EXPECT_NO_THROW(voice->setRate(-1000));
+  EXPECT_THROW(voice->setVolume(101), PlatformError);
+  EXPECT_THROW(voice->setVolume(-1), PlatformError);
+  EXPECT_THROW(voice->setVoice(-1), PlatformError);
+  EXPECT_THROW(voice->setVoice(static_cast<int>(voice->GetVoices().size())), PlatformError);
+  EXPECT_NO_THROW(voice->setVoice(static_cast<int>(voice->GetVoices().size()) - 1));
+  EXPECT_THROW(voice->Speak("one", 3), PlatformError);
+}
+
+TEST_F(EspeakVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
+  for (int i = 0; i < 5; ++i) {
+    auto voice = makeVoice();
+    voice->Speak("one two three", speak_flags::kQueue);
+    hear(50);
+    voice.reset();
+    EXPECT_FALSE(service.isSpeaking());
+  }
+  auto voice = makeVoice();
+  voice->Speak("one two three", speak_flags::kQueue);
+  EXPECT_GT(hearOut(*voice), 500);
+}
+
+TEST_F(EspeakVoiceTest, WhoWantsOutCutsASynchronousText) {
+  auto voice = makeVoice();
+  cutAfterMs = 200;
+  voice->Speak("one two three four five six seven eight nine ten", speak_flags::kSynchronous);
+  EXPECT_LE(pausedMs, 200);
+  EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
+}
+
+TEST_F(EspeakVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
+  auto voice = makeVoice();
+  voice->Speak(" Exit Game. ", speak_flags::kQueue);
+  voice->Speak("", speak_flags::kPurge);
+  voice->Speak("  ", speak_flags::kQueue);
+  voice->Speak(" By M\xFCller ", speak_flags::kSynchronous);
+  EXPECT_EQ(captions, (std::vector<std::string>{" Exit Game. ", " By M\xC3\xBCller "}));
+}
+
+}  // namespace
+}  // namespace vorn
