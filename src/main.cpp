@@ -1,4 +1,4 @@
-// The command line, the choice of a backend, and the report of what ended the game.
+/// The command line, the choice of a backend, and the report of what ended the game.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

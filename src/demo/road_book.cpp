@@ -18,11 +18,11 @@ constexpr double kLineUp = 5000;  // units before a turn at which its inside is 
 }  // namespace
 
 RoadBook::RoadBook(const Track& track, const Skill& skill) : track_(track), skill_(skill) {
-  for (size_t i = 0; i < track.segments.size(); ++i) fastest_.push_back(fastest(i));
+  for (std::size_t i = 0; i < track.segments.size(); ++i) fastest_.push_back(fastest(i));
 }
 
 Sight RoadBook::sightAfter(const TickReport& tick) const {
-  Sight sight{.segment = static_cast<size_t>(std::max(tick.segment, 1) - 1),
+  Sight sight{.segment = static_cast<std::size_t>(std::max(tick.segment, 1) - 1),
               .lapPosition = tick.lapPosition,
               .lateralPosition = tick.lateralPosition,
               .speed = tick.speed,
@@ -55,7 +55,7 @@ double RoadBook::push(const Sight& sight) const {
   return pushed(sight).lateralPosition - sight.lateralPosition;
 }
 
-// How far outward a turn carries a car that is steered against it from the beginning.
+/// How far outward a turn carries a car that is steered against it from the beginning.
 double RoadBook::driftThrough(const Segment& s, double speed, double step) const {
   RaceState car;
   car.speed = speed;
@@ -72,7 +72,7 @@ double RoadBook::driftThrough(const Segment& s, double speed, double step) const
   return furthest;
 }
 
-double RoadBook::fastest(size_t i) const {
+double RoadBook::fastest(std::size_t i) const {
   const Segment& s = segment(i);
   if (s.atEnd) return skill_.jumpSpeed;
   if (s.push.turn == Turn::kNone) return kNoLimit;
@@ -87,7 +87,7 @@ double RoadBook::fastest(size_t i) const {
 double RoadBook::speedLimit(const Sight& sight) const {
   double limit = fastest_[sight.segment];
   double distance = segment(sight.segment).length - sight.lapPosition - kSlack;
-  for (size_t i = sight.segment + 1; distance < kLookAhead; ++i) {
+  for (std::size_t i = sight.segment + 1; distance < kLookAhead; ++i) {
     const double there = fastest_[i % fastest_.size()];
     limit = std::min(limit, std::sqrt(there * there + 2 * skill_.slowing * std::max(0.0, distance)));
     distance += segment(i).length;
@@ -110,7 +110,7 @@ double RoadBook::insideOf(Turn turn) const {
   return turn == Turn::kLeft ? skill_.inside : 100 - skill_.inside;
 }
 
-bool RoadBook::goesOn(size_t i) const {
+bool RoadBook::goesOn(std::size_t i) const {
   return segment(i).push.turn == segment(i + track_.segments.size() - 1).push.turn;
 }
 
@@ -125,12 +125,12 @@ double RoadBook::line(const Sight& sight) const {
   // From the inside at the beginning of the whole turn to the outside at its end.
   double way = sight.lapPosition;
   double length = here.length;
-  for (size_t i = sight.segment; goesOn(i); --i) {
+  for (std::size_t i = sight.segment; goesOn(i); --i) {
     way += segment(i - 1).length;
     length += segment(i - 1).length;
     if (i == 1) break;
   }
-  for (size_t i = sight.segment + 1; goesOn(i) && i < track_.segments.size(); ++i)
+  for (std::size_t i = sight.segment + 1; goesOn(i) && i < track_.segments.size(); ++i)
     length += segment(i).length;
   const double inside = insideOf(here.push.turn);
   const double outside = here.push.turn == Turn::kLeft ? skill_.outside : 100 - skill_.outside;

@@ -12,7 +12,7 @@ namespace vorn {
 
 /// The car as it stands before a tick.
 struct Sight {
-  size_t segment = 0;  ///< counts from 0
+  std::size_t segment = 0;  ///< counts from 0
   double lapPosition = 0;
   double lateralPosition = 50;
   double speed = 0;
@@ -56,12 +56,12 @@ class RoadBook {
   Turn turn(const Sight& sight) const { return segment(sight.segment).push.turn; }
 
  private:
-  const Segment& segment(size_t i) const { return track_.segments[i % track_.segments.size()]; }
-  double fastest(size_t i) const;
+  const Segment& segment(std::size_t i) const { return track_.segments[i % track_.segments.size()]; }
+  double fastest(std::size_t i) const;
   double driftThrough(const Segment& s, double speed, double step) const;
   double insideOf(Turn turn) const;
   /// Whether segment `i` goes on in the turn of the one before it.
-  bool goesOn(size_t i) const;
+  bool goesOn(std::size_t i) const;
 
   const Track& track_;
   Skill skill_;

@@ -85,7 +85,7 @@ void resetSilently(GameState& g, const MapFile& map) {
 bool load(GameState& g, const MapFile& map) {
   const auto values = readSettings(g.platform.files().read(map.name));
   if (values.size() < map.controls.size()) return false;
-  for (size_t i = 0; i < map.controls.size(); ++i) {
+  for (std::size_t i = 0; i < map.controls.size(); ++i) {
     const MappedControl& control = map.controls[i];
     const double value = roundEven(values[i].value_or(std::numeric_limits<double>::quiet_NaN()));
     if (!(value >= control.lowest && value <= control.highest)) return false;
@@ -101,7 +101,7 @@ void loadOrReset(GameState& g, const MapFile& map) {
   g.startUpMessages.push_back(map.resetMessage);
 }
 
-// The heading and its lines, each line preceded by one blank.
+/// The heading and its lines, each line preceded by one blank.
 std::string joined(const std::string& heading, std::span<const char* const> lines) {
   std::string text = heading;
   for (const char* line : lines) text += std::string(" ") + line;

@@ -17,7 +17,7 @@ constexpr int kDeadZoneDivisor = 25;
 constexpr double kSaturationFactor = 0.5;
 constexpr int kCaptureThreshold = -99;  // beyond it an axis counts as moved
 
-// Which flag each mapped button feeds.
+/// Which flag each mapped button feeds.
 constexpr std::pair<int InputState::*, int InputState::*> kActions[] = {
     {&InputState::btnSpeedometer, &InputState::joyMapSpeedometer},
     {&InputState::btnTrackPosition, &InputState::joyMapTrackPosition},
@@ -43,7 +43,7 @@ void play(InputState& in, const JoystickState& state) {
   for (const auto& [flag, button] : kActions) in.*flag = isButtonDown(state, in.*button) ? 1 : 0;
 }
 
-// The highest button that is down wins.
+/// The highest button that is down wins.
 void captureButton(InputState& in, const JoystickState& state) {
   for (int i = 0; i < std::min(in.joystickButtons, 32); ++i) {
     if (isButtonDown(state, i)) {
@@ -60,7 +60,7 @@ void captureAxis(InputState& in, int first, int second) {
   in.joyCaptured = axis;
 }
 
-// Windows-1252 letters beyond ASCII that have another case.
+/// Windows-1252 letters beyond ASCII that have another case.
 char changeCase(char c, bool toLower) {
   static constexpr std::pair<unsigned char, unsigned char> kPairs[] = {
       {0x8A, 0x9A}, {0x8C, 0x9C}, {0x8E, 0x9E}, {0x9F, 0xFF}};

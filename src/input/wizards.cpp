@@ -139,7 +139,7 @@ bool contains(const std::vector<int>& values, int value) {
   return std::find(values.begin(), values.end(), value) != values.end();
 }
 
-// Asks until a control is moved, or a key pressed: then `lastKeyCode` tells which.
+/// Asks until a control is moved, or a key pressed: then `lastKeyCode` tells which.
 void captureControl(GameState& g, const JoystickStep& step) {
   clk(g);
   dyke(g, kPauseAroundPrompt);
@@ -155,7 +155,7 @@ void captureControl(GameState& g, const JoystickStep& step) {
   stopspeech(g);
 }
 
-// Asks until it is answered; `usedButtons` grows. Returns false on Escape.
+/// Asks until it is answered; `usedButtons` grows. Returns false on Escape.
 bool answerStep(GameState& g, const JoystickStep& step, std::vector<int>& usedButtons) {
   for (;;) {
     captureControl(g, step);
@@ -174,7 +174,7 @@ bool answerStep(GameState& g, const JoystickStep& step, std::vector<int>& usedBu
   }
 }
 
-// Returns whether enough has been answered to play.
+/// Returns whether enough has been answered to play.
 bool answerSteps(GameState& g) {
   std::vector<int> usedButtons;
   for (const JoystickStep& step : kJoystickSteps) {
@@ -183,7 +183,7 @@ bool answerSteps(GameState& g) {
   return true;
 }
 
-// The key that chose the wizard is still down when it opens, and would be its first answer.
+/// The key that chose the wizard is still down when it opens, and would be its first answer.
 void waitForEnterToBeReleased(GameState& g) {
   const std::int32_t start = g.platform.tickCount();
   do {
@@ -192,8 +192,8 @@ void waitForEnterToBeReleased(GameState& g) {
   } while (isKeyDown(g, kEnterKeyCode) && millisecondsSince(g, start) < kLongestEnterMs);
 }
 
-// One look at every key; of several down the highest code counts. The yields do
-// not wait, so that on a real keyboard a short tap is not missed.
+/// One look at every key; of several down the highest code counts. The yields do
+/// not wait, so that on a real keyboard a short tap is not missed.
 int scanKeys(GameState& g) {
   int captured = kNoKey;
   for (int code = 1; code <= kLastKeyCode; ++code) {

@@ -164,7 +164,7 @@ const std::array<Description, kDescribedTracks>& descriptions() {
   return all;
 }
 
-// Pieces are joined by single blanks; one that brings its own keeps that one.
+/// Pieces are joined by single blanks; one that brings its own keeps that one.
 void append(std::string& text, const std::string& piece) {
   if (piece.front() != ' ') text += ' ';
   text += piece;
@@ -174,7 +174,7 @@ void append(std::string& text, const std::string& piece) {
 
 std::string instructionsText() {
   std::string text = kInstructions[0];
-  for (size_t i = 1; i < std::size(kInstructions); ++i) append(text, kInstructions[i]);
+  for (std::size_t i = 1; i < std::size(kInstructions); ++i) append(text, kInstructions[i]);
   return text;
 }
 

@@ -62,7 +62,7 @@ void openLane(GameState& g, const PitSide& side) {
   startwarn(g, kLaneCue);
 }
 
-// The lane and the way out differ in the bend alone. Returns false where the driver gave up.
+/// The lane and the way out differ in the bend alone. Returns false where the driver gave up.
 template <typename Bend>
 bool driveLeg(GameState& g, double length, Bend bend) {
   g.lapPosition = 0;
@@ -75,7 +75,7 @@ bool driveLeg(GameState& g, double length, Bend bend) {
   return true;
 }
 
-// The voice takes the place of the cue, so that the cue's pan and volume go with it.
+/// The voice takes the place of the cue, so that the cue's pan and volume go with it.
 bool startBoxVoice(GameState& g, const PitSide& side) {
   const int pan = side.panOutward(1000);
   setCue(g, kBoxAreaLength, 2, pan);
@@ -88,7 +88,7 @@ bool startBoxVoice(GameState& g, const PitSide& side) {
   });
 }
 
-// Until the car stands or the voice has ended. Returns false where the driver gave up.
+/// Until the car stands or the voice has ended. Returns false where the driver gave up.
 bool approachBox(GameState& g, const PitSide& side, PitArrival& arrival) {
   g.lapPosition = 0;
   if (startBoxVoice(g, side)) {
@@ -107,7 +107,7 @@ bool approachBox(GameState& g, const PitSide& side, PitArrival& arrival) {
   return true;
 }
 
-// No car tick tends the sounds of driving while the car is serviced.
+/// No car tick tends the sounds of driving while the car is serviced.
 void haltCar(GameState& g) {
   g.speed = 0;
   g.sound8Buffer->Stop();
@@ -148,7 +148,7 @@ void rev(GameState& g) {
   PlayRPM(g);
 }
 
-// A sound of the crew that cannot be loaded is missing, the work is done all the same.
+/// A sound of the crew that cannot be loaded is missing, the work is done all the same.
 void soundCrew(GameState& g, const PitSide& side, int tick) {
   if (tick == kHoseStarts) carryOn([&] { g.oneShotBuffer->Play(SoundBuffer::kLooping); });
   for (const CrewSound& sound : kCrew) {
@@ -157,7 +157,7 @@ void soundCrew(GameState& g, const PitSide& side, int tick) {
   if (tick == kHoseStops) stopOneShot(g);
 }
 
-// Returns false where the driver gave up.
+/// Returns false where the driver gave up.
 bool serviceCar(GameState& g, const PitSide& side) {
   prepareHose(g);
   for (int tick = 1; tick <= kServiceTicks; ++tick) {
@@ -193,7 +193,7 @@ void rejoin(GameState& g, const PitSide& side, double entryPosition) {
   playmark(g);
 }
 
-// From the lane to the end of the way out. Returns false where the driver gave up.
+/// From the lane to the end of the way out. Returns false where the driver gave up.
 bool makeStop(GameState& g, const PitSide& side) {
   if (!driveLeg(g, kLaneLength, [&] { driftInLane(g, side); })) return false;
   PitArrival arrival;

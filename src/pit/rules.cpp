@@ -13,7 +13,7 @@ constexpr PitSide kRight{.inward = -1, .laneEntry = 95, .boxEdge = 80, .exitPlac
 constexpr double kSpeedLimit = 65;  // mph; the signs say 50
 constexpr double kBoxBegins = 2500;
 constexpr double kBoxEnds = 3500;  // both ends belong to the box
-// Spoken as 30 and 10 seconds, a little less than they are.
+/// Spoken as 30 and 10 seconds, a little less than they are.
 constexpr double kSpeedingTicks = 300;
 constexpr double kPlaceTicks = 100;
 

@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-// Spelled for the voice. Those that begin with a vowel stand at the end.
+/// Spelled for the voice. Those that begin with a vowel stand at the end.
 constexpr std::array<const char*, kSnacks> kItems = {
     "coffee",
     "jelly doughnut",

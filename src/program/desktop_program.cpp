@@ -38,7 +38,7 @@ int playOn(Platform& platform) {
   }
 }
 
-// The demonstration in virtual time, into a file that can be listened to anywhere.
+/// The demonstration in virtual time, into a file that can be listened to anywhere.
 int recordDemonstration(const fs::path& folder, int track) {
   std::error_code error;
   const fs::path current = fs::current_path(error);

@@ -29,7 +29,7 @@ fs::path dataHome() {
   return fs::path(home ? home : ".") / ".local" / "share";
 }
 
-// For the shell; a path may hold anything but its own closing quote.
+/// For the shell; a path may hold anything but its own closing quote.
 std::string quoted(const fs::path& path) {
   std::string text = "'";
   for (const char c : path.string()) text += c == '\'' ? "'\\''" : std::string(1, c);

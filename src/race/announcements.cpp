@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t kRepeatGuardMs = 750;
 
-// Says `text` unless the same kind of request was answered just now.
+/// Says `text` unless the same kind of request was answered just now.
 void answer(GameState& g, std::optional<std::int32_t>& lastTick, const std::string& text) {
   if (lastTick && millisecondsSince(g, *lastTick) < kRepeatGuardMs) return;
   lastTick = g.platform.tickCount();
@@ -21,7 +21,7 @@ void answer(GameState& g, std::optional<std::int32_t>& lastTick, const std::stri
 }
 
 std::string trimmed(const std::string& text) {
-  const size_t first = text.find_first_not_of(' ');
+  const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string::npos) return "";
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }

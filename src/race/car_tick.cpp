@@ -33,7 +33,7 @@ constexpr Request kRequests[] = {
     {&InputState::btnElapsedTime, &InputState::keyMapElapsedTime, SayCurTime},
 };
 
-// Returns false where the driver gave up in the crash that a contact became.
+/// Returns false where the driver gave up in the crash that a contact became.
 bool touchWalls(GameState& g) {
   if (g.lateralPosition <= kLeftWall) {
     c4c(g);

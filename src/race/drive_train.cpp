@@ -36,7 +36,7 @@ constexpr double kFirstBrakeByte = 1000;
 constexpr double kLastBrakeByte = 114848;
 constexpr double kFullBrakeTravel = 10000;
 
-// Leaving neutral with the gas pressed.
+/// Leaving neutral with the gas pressed.
 void launch(GameState& g) {
   if (g.inputDevice == kJoystick) g.btnUpShift = 0;  // the same press must not shift again
   const bool isGasPressed = g.inputDevice == kJoystick ? g.joyGasBrake < -10 : isKeyDown(g, g.keyMapGas);
@@ -55,7 +55,7 @@ void rewindShift(GameState& g) {
   g.platform.yield(0);
 }
 
-// What the brake takes a tick, mph; 0: it is not applied.
+/// What the brake takes a tick, mph; 0: it is not applied.
 double deceleration(const GameState& g) {
   if (g.speed == 0) return 0;
   if (g.inputDevice == kJoystick) return g.joyGasBrake >= 1 ? g.joyGasBrake / kFullBrakeTravel : 0;

@@ -80,7 +80,7 @@ bool isGasAsked(const GameState& g) {
   return g.inputDevice == kJoystick ? g.joyGasBrake < -1 : isKeyDown(g, g.keyMapGas);
 }
 
-// Lets the driver play with gas and horn while the car stands.
+/// Lets the driver play with gas and horn while the car stands.
 void revAndHonk(GameState& g) {
   if (isHornAsked(g)) playhorn(g);
   if (g.inputDevice == kJoystick) {
@@ -91,7 +91,7 @@ void revAndHonk(GameState& g) {
   PlayRPM(g);
 }
 
-// Cranks until the engine has caught or the driver gives gas. Returns false where he gave up.
+/// Cranks until the engine has caught or the driver gives gas. Returns false where he gave up.
 bool crank(GameState& g) {
   const std::int32_t start = g.platform.tickCount();
   g.waitUntilTick = static_cast<std::int32_t>(static_cast<std::uint32_t>(start) + kLongestCrankingMs);
@@ -136,7 +136,7 @@ StartResult startEngine(GameState& g) {
 StartResult countDown(GameState& g) {
   say2(g, " 10 ");
   const std::int32_t start = g.platform.tickCount();
-  size_t said = 0;
+  std::size_t said = 0;
   for (;;) {
     readRaceDevice(g);
     g.platform.yield();
@@ -151,7 +151,7 @@ StartResult countDown(GameState& g) {
   }
 }
 
-// From the horn to first gear: what the driver takes counts as race time.
+/// From the horn to first gear: what the driver takes counts as race time.
 StartResult react(GameState& g) {
   g.sound4Buffer->Play(SoundBuffer::kOnce);
   const std::int32_t horn = g.platform.tickCount();

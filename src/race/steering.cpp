@@ -19,7 +19,7 @@ constexpr int kTyrePan = 400;
 constexpr double kMarblesLoss = 2;  // mph a tick
 constexpr int kMarblesQuieterBy = 100;
 
-// Turns held keys into the reading a wheel would give.
+/// Turns held keys into the reading a wheel would give.
 void buildUpKeys(GameState& g) {
   const bool isLeft = isKeyDown(g, g.keyMapSteerLeft);
   const bool isRight = isKeyDown(g, g.keyMapSteerRight);
@@ -67,7 +67,7 @@ void soundMarbles(GameState& g) {
   g.sound18Buffer->SetFrequency(roundToInt(g.speed * 63 + 8000));
 }
 
-// Returns false where the driver gave up in the crash that a contact became.
+/// Returns false where the driver gave up in the crash that a contact became.
 bool driveOverMarbles(GameState& g) {
   g.speed = std::max(0.0, g.speed);
   if (g.lateralPosition >= kGrooveLeft && g.lateralPosition <= kGrooveRight) {

@@ -25,7 +25,7 @@ constexpr int kRestartQuieterBy = 800;
 constexpr int kCueAfterCrashQuieterBy = 2000;
 constexpr int kEngineHertz = 22051;
 
-// Scrapes along the wall; returns whether it is a crash.
+/// Scrapes along the wall; returns whether it is a crash.
 bool scrape(GameState& g) {
   g.speed = std::max(0.0, g.speed - kContactLoss);
   int pan = 0;
@@ -58,7 +58,7 @@ void playImpact(GameState& g) {
   g.engineBuffer->SetCurrentPosition(0);
 }
 
-// The wreck comes to rest and a marshal says what to do; any key cuts it short.
+/// The wreck comes to rest and a marshal says what to do; any key cuts it short.
 void playAftermath(GameState& g) {
   while (g.oneShotBuffer.isPlaying() && g.lastKeyCode.empty()) {
     if (g.inputDevice == kJoystick) pollController(g);
@@ -89,7 +89,7 @@ void putCarBack(GameState& g) {
   g.btnSpeedometer = 0;
 }
 
-// Starts the engine again; returns false where the driver gave up.
+/// Starts the engine again; returns false where the driver gave up.
 bool restartEngine(GameState& g) {
   if (!waitForStartEngine(g)) return false;
   play2(g, "vorn2");
@@ -111,7 +111,7 @@ bool restartEngine(GameState& g) {
   return true;
 }
 
-// Revs in neutral until the driver shifts up.
+/// Revs in neutral until the driver shifts up.
 void waitForShift(GameState& g) {
   for (;;) {
     readRaceDevice(g);

@@ -11,11 +11,11 @@
 namespace vorn {
 namespace {
 
-constexpr size_t kLongestBlock = 111;        // lines
+constexpr std::size_t kLongestBlock = 111;   // lines
 constexpr double kPauseBeforeLog = 0.1;      // seconds
 constexpr double kPauseBetweenBlocks = 0.2;  // seconds
 
-// Returns false when a key has cut it off.
+/// Returns false when a key has cut it off.
 bool readBlock(GameState& g, const std::vector<std::string>& block) {
   for (const std::string& line : block) {
     if (speakAndWait(g, line)) continue;
@@ -27,7 +27,7 @@ bool readBlock(GameState& g, const std::vector<std::string>& block) {
 
 void readFileAloud(GameState& g, const char* fileName) {
   const auto blocks = readingBlocks(textLines(g.platform.files().read(fileName)));
-  for (size_t i = 0; i < blocks.size(); ++i) {
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
     if (i > 0) dyke(g, kPauseBetweenBlocks);
     if (!readBlock(g, blocks[i])) return;
   }

@@ -16,7 +16,7 @@ namespace {
 constexpr std::array<const char*, kTracks + 1> kTrackWords = {
     "", "maple", "pain", "chagrin", "ohio", "chardon", "erie", "mentor", "kirtland", "chesterland", "geneva"};
 
-// Every value but the time is preceded by its type.
+/// Every value but the time is preceded by its type.
 constexpr std::uint64_t kTag16 = 2;
 constexpr std::uint64_t kTag32 = 3;
 
@@ -34,13 +34,13 @@ class Reader {
  public:
   explicit Reader(const std::string& bytes) : bytes_(bytes) {}
 
-  std::uint64_t take(size_t size) {
+  std::uint64_t take(std::size_t size) {
     if (bytes_.size() - at_ < size) {
       ok_ = false;
       return 0;
     }
     std::uint64_t value = 0;
-    for (size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size; ++i) {
       value |= std::uint64_t{static_cast<unsigned char>(bytes_[at_ + i])} << (8 * i);
     }
     at_ += size;
@@ -54,7 +54,7 @@ class Reader {
     expect(kTag32);
     return static_cast<std::int32_t>(take(4));
   }
-  size_t left() const { return bytes_.size() - at_; }
+  std::size_t left() const { return bytes_.size() - at_; }
   bool ok() const { return ok_; }
 
  private:
@@ -63,11 +63,11 @@ class Reader {
   }
 
   const std::string& bytes_;
-  size_t at_ = 0;
+  std::size_t at_ = 0;
   bool ok_ = true;
 };
 
-constexpr size_t kBytesACharacter = 4;
+constexpr std::size_t kBytesACharacter = 4;
 constexpr double kLongestTime = 1e9;  // seconds; beyond it the file is damaged
 
 std::string plural(double count) {
@@ -87,9 +87,9 @@ std::string summaryBlock(const std::string& lapsText, const std::string& trackNa
          "On " + dateText(record.date) + "\r\n" + " \r\n";
 }
 
-// The four characters before the last dot of a record file's name.
+/// The four characters before the last dot of a record file's name.
 std::string lapsOfFile(const std::string& fileName) {
-  const size_t dot = fileName.rfind('.');
+  const std::size_t dot = fileName.rfind('.');
   return fileName.substr(dot - 4, 4);
 }
 
@@ -128,7 +128,7 @@ std::optional<TrackRecord> decodeRecord(const std::string& bytes) {
   record.date.year = reader.take16();
   const int characters = reader.take32();
   if (!reader.ok() || !(record.time >= 0 && record.time <= kLongestTime)) return {};
-  if (characters < 0 || static_cast<size_t>(characters) > reader.left() / kBytesACharacter) return {};
+  if (characters < 0 || static_cast<std::size_t>(characters) > reader.left() / kBytesACharacter) return {};
   record.holder.clear();
   for (int i = 0; i < characters; ++i) {
     const int code = reader.take16();

@@ -77,7 +77,7 @@ Menu trackMenu(const GameState& g) {
           .escapeLeaves = true};
 }
 
-// Loads the sounds, and asks once a run what drives the car.
+/// Loads the sounds, and asks once a run what drives the car.
 void prepareGame(GameState& g) {
   setwaves(g);
   dyke(g, 0.3);
@@ -135,7 +135,7 @@ void sayResults(GameState& g, const std::string& fuel) {
   say2(g, g.raceTimeText + g.recordText + fuel);
 }
 
-// Runs the race and, unless it was given up, its results; leaves the fuel sentence in `fuel`.
+/// Runs the race and, unless it was given up, its results; leaves the fuel sentence in `fuel`.
 Place runRaceAndResults(GameState& g, std::string& fuel) {
   driveRace(g);
   stopall(g);

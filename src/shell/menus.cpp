@@ -17,8 +17,8 @@ constexpr int kLookAgainMs = 30;  // at the latest: a key or a move of the contr
 
 enum class Action { kNone, kSelect, kPrevious, kNext, kBackToTop, kLeave };
 
-// One look at the devices. A later test overrides an earlier one, and each reads
-// its field when its turn comes, after the pauses before it.
+/// One look at the devices. A later test overrides an earlier one, and each reads
+/// its field when its turn comes, after the pauses before it.
 Action look(GameState& g, const Menu& menu) {
   Action action = Action::kNone;
   const auto controller = [&](bool isPushed, Action wanted) {

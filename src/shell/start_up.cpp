@@ -44,7 +44,7 @@ void openSound(GameState& g) {
   g.bufferFlags = kVolumePanAndFrequency;
 }
 
-// Returns how many voices there are.
+/// Returns how many voices there are.
 int openVoice(GameState& g) {
   g.platform.yield();
   int voices = 0;
@@ -109,7 +109,7 @@ void nameTracks(GameState& g) {
                   " Exit Game "};
 }
 
-// Returns false where the game cannot be played and shutdown follows.
+/// Returns false where the game cannot be played and shutdown follows.
 bool startUp(GameState& g) {
   g.platform.setCaption(" Vorn 1 TTS Version 2  By Ostrin ");
   setStartValues(g);

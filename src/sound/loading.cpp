@@ -47,7 +47,7 @@ void prepareSlot(GameState& g, SoundSlot& slot, const std::string& baseName, con
   slot->SetPan(p.pan);
 }
 
-template <size_t n>
+template <std::size_t n>
 const char* nameOrEmpty(const char* const (&names)[n], int number) {
   return number >= 1 && number <= static_cast<int>(n) ? names[number - 1] : "";
 }

@@ -55,7 +55,7 @@ void stepVoiceVolume(GameState& g, int direction) {
   }
 }
 
-// Unlike the voice, the sounds reach their quietest as " quieter ": only the step beyond it is refused.
+/// Unlike the voice, the sounds reach their quietest as " quieter ": only the step beyond it is refused.
 void stepSoundVolume(GameState& g, int direction) {
   const int wanted = saturatedSum(g.soundVolume, direction * kSoundsStep);
   g.soundVolume = std::clamp(wanted, kQuietestSounds, kLoudestSounds);
@@ -66,7 +66,7 @@ void stepSoundVolume(GameState& g, int direction) {
   }
 }
 
-// A key that means nothing is echoed; F1 only silences.
+/// A key that means nothing is echoed; F1 only silences.
 void adjustVoiceVolume(GameState& g) {
   do {
     clk(g);
@@ -78,7 +78,7 @@ void adjustVoiceVolume(GameState& g) {
   } while (!isEnter(g));
 }
 
-// Plays the sample at the new volume until it ends or a key is pressed.
+/// Plays the sample at the new volume until it ends or a key is pressed.
 void playVolumeSample(GameState& g) {
   clk(g);
   dyke(g, 0.2);
@@ -91,7 +91,7 @@ void playVolumeSample(GameState& g) {
   g.oneShotBuffer->Stop();
 }
 
-// Handles arrows until another key comes, which may have cut a sample short.
+/// Handles arrows until another key comes, which may have cut a sample short.
 void stepSoundVolumeByKeys(GameState& g) {
   getkey(g);
   while (arrowDirection(g) != 0) {
@@ -132,8 +132,8 @@ void loopSample(GameState& g) {
   g.oneShotBuffer->Play(SoundBuffer::kLooping);
 }
 
-// A new voice object each time: what the old one was saying ends with it. The
-// blank makes the new one ready before the sample stops.
+/// A new voice object each time: what the old one was saying ends with it. The
+/// blank makes the new one ready before the sample stops.
 void replaceVoice(GameState& g) {
   g.speechVoice.reset();
   g.speechVoice = g.platform.createVoice();

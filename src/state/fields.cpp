@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-// One row a field: its name and where it stands. The visitor decides what to do with it.
+/// One row a field: its name and where it stands. The visitor decides what to do with it.
 template <typename State, typename Visit>
 void visitFields(State& g, Visit&& visit) {
 #define FIELD(name) visit(#name, g.name)
@@ -132,14 +132,14 @@ void visitFields(State& g, Visit&& visit) {
 
 struct FieldName {
   std::string_view field;
-  std::optional<size_t> index;
+  std::optional<std::size_t> index;
 };
 
 std::optional<FieldName> parseName(std::string_view name) {
-  const size_t bracket = name.find('[');
+  const std::size_t bracket = name.find('[');
   if (bracket == std::string_view::npos) return FieldName{name, {}};
   if (name.back() != ']') return {};
-  size_t index = 0;
+  std::size_t index = 0;
   const char* const end = name.data() + name.size() - 1;
   const auto parsed = std::from_chars(name.data() + bracket + 1, end, index);
   if (parsed.ec != std::errc() || parsed.ptr != end) return {};
@@ -162,7 +162,7 @@ FieldValue valueOf(const std::optional<std::int32_t>& value) {
   return std::int64_t{value.value_or(0)};
 }
 
-// The nearest whole number, where the field can hold it.
+/// The nearest whole number, where the field can hold it.
 template <typename Whole>
 bool assignWhole(Whole& field, double value) {
   const double rounded = roundEven(value);
@@ -195,12 +195,12 @@ bool assign(std::string&, double) {
 
 template <typename T>
 inline constexpr bool kIsArray = false;
-template <typename T, size_t n>
+template <typename T, std::size_t n>
 inline constexpr bool kIsArray<std::array<T, n>> = true;
-template <typename T, size_t n>
+template <typename T, std::size_t n>
 inline constexpr bool kIsArray<const std::array<T, n>> = true;
 
-// Calls `use` with the field, or the element of an array, that `name` means.
+/// Calls `use` with the field, or the element of an array, that `name` means.
 template <typename State, typename Use>
 void withField(State& g, std::string_view name, Use&& use) {
   const auto wanted = parseName(name);

@@ -57,7 +57,7 @@ std::string numberText(double value) {
 
 double leadingNumber(std::string_view text) {
   std::string number;
-  size_t i = 0;
+  std::size_t i = 0;
   while (i < text.size() && text[i] == ' ') ++i;
   if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
     if (text[i] == '-') number += '-';
@@ -72,12 +72,12 @@ double leadingNumber(std::string_view text) {
   if (!hasDigits) return 0;
   if (i < text.size() && (text[i] == 'e' || text[i] == 'E' || text[i] == 'd' || text[i] == 'D')) {
     std::string exponent = "e";
-    size_t j = i + 1;
+    std::size_t j = i + 1;
     if (j < text.size() && (text[j] == '-' || text[j] == '+')) {
       if (text[j] == '-') exponent += '-';
       ++j;
     }
-    const size_t firstDigit = j;
+    const std::size_t firstDigit = j;
     while (j < text.size() && isDigit(text[j])) exponent += text[j++];
     if (j > firstDigit) number += exponent;
   }
@@ -91,10 +91,10 @@ std::string countedUnit(double count, const std::string& unit) {
 }
 
 std::string fractionDigits(const std::string& number) {
-  const size_t point = number.find('.');
+  const std::size_t point = number.find('.');
   const std::string digits = (point == std::string::npos ? "" : number.substr(point + 1)) + "000";
   std::string spoken;
-  for (size_t i = 0; i < 3; ++i) {
+  for (std::size_t i = 0; i < 3; ++i) {
     spoken += digits[i];
     spoken += ' ';
   }

@@ -9,12 +9,12 @@
 namespace vorn {
 namespace {
 
-// Cuts `bytes` at line ends, and at commas if asked; the end of the file after a delimiter opens no further
-// item.
+/// Cuts `bytes` at line ends, and at commas if asked; the end of the file after a delimiter opens no further
+/// item.
 std::vector<std::string> cut(std::string_view bytes, bool atCommas) {
   std::vector<std::string> items;
   std::string item;
-  for (size_t i = 0; i < bytes.size(); ++i) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
     const char c = bytes[i];
     if (c != '\r' && c != '\n' && !(atCommas && c == ',')) {
       item += c;
@@ -29,7 +29,7 @@ std::vector<std::string> cut(std::string_view bytes, bool atCommas) {
 
 std::optional<double> number(std::string_view item) {
   constexpr std::string_view kBlanks = " \t";
-  const size_t first = item.find_first_not_of(kBlanks);
+  const std::size_t first = item.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return {};
   item = item.substr(first, item.find_last_not_of(kBlanks) - first + 1);
   if (item.front() == '+') item.remove_prefix(1);
@@ -59,7 +59,7 @@ std::vector<std::optional<double>> readSettings(std::string_view bytes) {
 
 void readSettingsInto(std::string_view bytes, const std::vector<int*>& fields) {
   const auto values = readSettings(bytes);
-  for (size_t i = 0; i < fields.size() && i < values.size(); ++i) {
+  for (std::size_t i = 0; i < fields.size() && i < values.size(); ++i) {
     const double value = values[i].value_or(0);
     const bool fits = std::fabs(value) <= std::numeric_limits<int>::max();
     *fields[i] = fits ? roundToInt(value) : 0;

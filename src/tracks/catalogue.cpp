@@ -122,7 +122,7 @@ constexpr Segment kMentorSegments[] = {
     { 5000, 50, 15,  2000, right(0.1, 17)},
 };
 
-// The first cue rises over more than its segment and never becomes quite loud.
+/// The first cue rises over more than its segment and never becomes quite loud.
 constexpr Segment kKirtlandSegments[] = {
     {10000, 53, 25, -2000, kStraight, 12000},
     { 6000, 54, 18, -2000, left(0.2, 350)},
@@ -132,7 +132,7 @@ constexpr Segment kKirtlandSegments[] = {
     { 6000, 58, 18, -2000, left(0.2, 100)},
 };
 
-// The third cue stands on the right although its turn is a left one.
+/// The third cue stands on the right although its turn is a left one.
 constexpr Segment kChesterlandSegments[] = {
     { 5000, 57, 30, -3000, kStraight},
     { 3000, 65, 20, -2000, left(1.0, 5)},

@@ -27,7 +27,7 @@ void leaveSegment(GameState& g) {
   playmark(g);
 }
 
-// At least one tick, whatever the car brings along.
+/// At least one tick, whatever the car brings along.
 LapResult driveSegment(GameState& g, const Segment& segment, bool isFirst) {
   do {
     pushCar(g, segment.push);
@@ -44,7 +44,7 @@ LapResult driveSegment(GameState& g, const Segment& segment, bool isFirst) {
 }
 
 LapResult driveLap(GameState& g, const Track& track) {
-  for (size_t i = 0; i < track.segments.size(); ++i) {
+  for (std::size_t i = 0; i < track.segments.size(); ++i) {
     const Segment& segment = track.segments[i];
     g.segment = static_cast<int>(i) + 1;
     startCue(g, segment);

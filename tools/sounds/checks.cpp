@@ -13,8 +13,8 @@ struct PositionPlayed {
   std::string_view name;
   int largest;
 };
-// Engines: step x 108 + jitter, since revolutions may overshoot to just under
-// 108. Brake: its clamp. Walls: where the right copy starts.
+/// Engines: step x 108 + jitter, since revolutions may overshoot to just under
+/// 108. Brake: its clamp. Walls: where the right copy starts.
 constexpr std::array kPositionsPlayed{
     PositionPlayed{"vorn1", 216633}, PositionPlayed{"vorn30", 218361}, PositionPlayed{"vorn31", 109322},
     PositionPlayed{"vorn32", 91158}, PositionPlayed{"vorn33", 181125}, PositionPlayed{"vorn34", 264477},

@@ -37,8 +37,8 @@ constexpr std::array kFitExceptions{
     FitException{"vorn1t8", Fit::kWholeFile}};
 
 constexpr int kChunkHeaderBytes = 8;
-// Above this many items the first ones are left empty: with a letter in each
-// they would cost more bytes than the recording can spare.
+/// Above this many items the first ones are left empty: with a letter in each
+/// they would cost more bytes than the recording can spare.
 constexpr int kManyItems = 1000;
 
 std::string littleEndian(std::uint32_t value, int bytes) {

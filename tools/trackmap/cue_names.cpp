@@ -7,7 +7,7 @@
 namespace vorn::trackmap {
 namespace {
 
-// By number; there is no cue 0.
+/// By number; there is no cue 0.
 constexpr std::array<const char*, 72> kNames = {
     "",
     "gas can",

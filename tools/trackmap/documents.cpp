@@ -28,15 +28,15 @@ std::string pictureName(const Track& track) {
   return "tracks/" + fileWord(track) + ".svg";
 }
 
-// Puts `text` between the mark of the track and the next end mark.
+/// Puts `text` between the mark of the track and the next end mark.
 void renewBetweenMarks(std::string& document, const Track& track, const std::string& text) {
   const std::string mark = "<!-- trackmap " + fileWord(track) + " -->";
-  const size_t begin = document.find(mark);
-  const size_t end = document.find(kEndMark, begin);
+  const std::size_t begin = document.find(mark);
+  const std::size_t end = document.find(kEndMark, begin);
   if (begin == std::string::npos || end == std::string::npos) {
     throw std::runtime_error(std::string(kDocument) + " lacks the mark " + mark + " or its end");
   }
-  const size_t first = begin + mark.size();
+  const std::size_t first = begin + mark.size();
   document.replace(first, end - first, text);
 }
 

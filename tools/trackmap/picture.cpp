@@ -10,7 +10,7 @@
 namespace vorn::trackmap {
 namespace {
 
-// All in pixels.
+/// All in pixels.
 constexpr double kWidth = 1000;
 constexpr double kMargin = 30;
 constexpr double kLine = 150;     // height of the road's line
@@ -37,11 +37,11 @@ std::string dashedLine(double y, const std::string& colour) {
          "\" stroke-dasharray=\"6 4\"/>\n";
 }
 
-// The sharpest first, so that the lower bars stand in front of it.
+/// The sharpest first, so that the lower bars stand in front of it.
 std::string bars(const Segment& segment, double x, double width) {
   std::string drawn;
   const bool isLeft = segment.push.turn == Turn::kLeft;
-  for (size_t i = kSpeeds.size(); i-- > 0;) {
+  for (std::size_t i = kSpeeds.size(); i-- > 0;) {
     const double height = std::min(sharpness(segment, kSpeeds[i]) * kPerUnit, kHighest);
     drawn += rect(x, isLeft ? kLine - height : kLine, width, height, kColours[i]);
   }
@@ -67,7 +67,7 @@ std::string legend() {
   std::string drawn =
       text(kMargin, kHeight - 10, "Left turns above the line, right turns below. Bars: push at");
   double x = kMargin + 400;
-  for (size_t i = 0; i < kSpeeds.size(); ++i, x += 95) {
+  for (std::size_t i = 0; i < kSpeeds.size(); ++i, x += 95) {
     drawn += rect(x, kHeight - 20, 12, 12, kColours[i]);
     drawn += text(x + 18, kHeight - 10, number(kSpeeds[i]) + " mph");
   }

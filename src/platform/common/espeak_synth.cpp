@@ -67,8 +67,8 @@ bool isHeard(std::int16_t sample) {
   return std::abs(sample) > kSilence;
 }
 
-// A text that begins with a closed mouth ("check", "car") has up to 50 ms of
-// silence in front, for which no player should wait. At volume 0 a text keeps its time.
+/// A text that begins with a closed mouth ("check", "car") has up to 50 ms of
+/// silence in front, for which no player should wait. At volume 0 a text keeps its time.
 int handOver(short* samples, int count, espeak_EVENT* events) {
   constexpr int kGoOn = 0, kStop = 1;
   if (samples == nullptr || count <= 0) {

@@ -51,7 +51,7 @@ struct Wizard : Dialogue {
 };
 
 /// Until step `step` (from 1) listens.
-std::string listening(size_t step) {
+std::string listening(std::size_t step) {
   return "wait say " + kPrompts[step - 1] + "\nwait 220\n";
 }
 std::string moves(const std::string& axis) {
@@ -62,9 +62,9 @@ std::string presses(int button) {
 }
 
 /// Answers steps `first` to `last`: X, Y, then buttons 20, 21, ... in the order of the questions.
-std::string answers(size_t first, size_t last) {
+std::string answers(std::size_t first, std::size_t last) {
   std::string script;
-  for (size_t step = first; step <= last; ++step) {
+  for (std::size_t step = first; step <= last; ++step) {
     script += listening(step) + (step == 1   ? moves("X")
                                  : step == 2 ? moves("Y")
                                              : presses(17 + static_cast<int>(step)));
@@ -73,9 +73,9 @@ std::string answers(size_t first, size_t last) {
 }
 
 /// What those steps say: the prompt, silence when it is answered, and ok for the gas.
-Told asked(size_t first, size_t last) {
+Told asked(std::size_t first, std::size_t last) {
   Told told;
-  for (size_t step = first; step <= last; ++step) {
+  for (std::size_t step = first; step <= last; ++step) {
     told = told + Told{"queue " + kPrompts[step - 1], "purge"};
     if (step == 2) told = told + kOk;
   }
@@ -83,7 +83,7 @@ Told asked(size_t first, size_t last) {
 }
 
 /// The same with Escape at the last of them.
-Told askedInVain(size_t first, size_t last) {
+Told askedInVain(std::size_t first, std::size_t last) {
   return asked(first, last - 1) + Told{"queue " + kPrompts[last - 1], "purge"};
 }
 
@@ -175,7 +175,7 @@ TEST(ConfigureJoystick, AnyOtherKeyRepeatsTheStep) {
 }
 
 TEST(ConfigureJoystick, EscapeUpToTheEighthStepBringsTheDefaultsBack) {
-  for (size_t step = 1; step <= 8; ++step) {
+  for (std::size_t step = 1; step <= 8; ++step) {
     Wizard wizard;
     wizard.session.folder.write(kFile, "9\r\n8\r\n7\r\n6\r\n5\r\n4\r\n3\r\n2\r\n1\r\n0\r\n2\r\n2\r\n");
     EXPECT_EQ(wizard.play((step > 1 ? answers(1, step - 1) : "") + listening(step) + keys("Escape") +
@@ -194,7 +194,7 @@ TEST(ConfigureJoystick, EscapeFromTheNinthStepOnKeepsTheOtherButtons) {
                                "20\r\n21\r\n22\r\n23\r\n26\r\n5\r\n6\r\n7\r\n24\r\n25\r\n1\r\n1\r\n",
                                "20\r\n21\r\n22\r\n23\r\n26\r\n27\r\n6\r\n7\r\n24\r\n25\r\n1\r\n1\r\n",
                                "20\r\n21\r\n22\r\n23\r\n26\r\n27\r\n28\r\n7\r\n24\r\n25\r\n1\r\n1\r\n"};
-  for (size_t step = 9; step <= 12; ++step) {
+  for (std::size_t step = 9; step <= 12; ++step) {
     Wizard wizard;
     EXPECT_EQ(wizard.play(answers(1, step - 1) + listening(step) + keys("Escape") + "get joyCaptureMode\n"),
               askedInVain(1, step) + kThanks)

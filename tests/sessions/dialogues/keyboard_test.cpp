@@ -44,7 +44,7 @@ struct Wizard : Dialogue {
   Wizard() : Dialogue(" configure key board ") {}
 };
 
-std::string listening(size_t step) {
+std::string listening(std::size_t step) {
   return "wait say " + kPrompts[step - 1] + "\nwait 20\n";
 }
 /// Long enough for a look at all keys, which takes a millisecond a key here.
@@ -55,22 +55,22 @@ std::string holds(const std::string& key) {
 /// Fourteen keys in the order of the questions. The two that move in menus stay what they were.
 const Told kNewKeys = {"A", "B", "C", "D", "E", "F", "G", "H", "Up", "Down", "K", "L", "M", "N"};
 
-std::string answers(size_t first, size_t last) {
+std::string answers(std::size_t first, std::size_t last) {
   std::string script;
-  for (size_t step = first; step <= last; ++step) script += listening(step) + holds(kNewKeys[step - 1]);
+  for (std::size_t step = first; step <= last; ++step) script += listening(step) + holds(kNewKeys[step - 1]);
   return script;
 }
 
-Told asked(size_t first, size_t last) {
+Told asked(std::size_t first, std::size_t last) {
   Told told;
-  for (size_t step = first; step <= last; ++step) {
+  for (std::size_t step = first; step <= last; ++step) {
     told = told + Told{"purge", "queue " + kPrompts[step - 1]} + kOk;
   }
   return told;
 }
 
 /// A question that is answered with a key that is not to be had.
-Told refused(size_t step) {
+Told refused(std::size_t step) {
   return Told{"purge", "queue " + kPrompts[step - 1]} + kUsed;
 }
 
@@ -80,9 +80,9 @@ int codeOf(const std::string& key) {
 
 /// The file with these keys in the order of the questions.
 std::string fileOf(const Told& keys) {
-  constexpr size_t kAfterBrake = 12;
+  constexpr std::size_t kAfterBrake = 12;
   std::string bytes;
-  for (size_t i = 0; i < keys.size(); ++i) {
+  for (std::size_t i = 0; i < keys.size(); ++i) {
     if (i == kAfterBrake) bytes += "28\r\n";
     bytes += std::to_string(codeOf(keys[i])) + "\r\n";
   }
@@ -103,7 +103,7 @@ TEST(ConfigureKeyboard, TheDefaultKeysAreTakenToo) {
   const Told defaults = {"RightShift", "RightCtrl", "End",  "PageDown", "Home",      "Delete", "Left",
                          "Right",      "Up",        "Down", "LeftCtrl", "LeftShift", "Insert", "PageUp"};
   std::string script;
-  for (size_t step = 1; step <= 14; ++step) script += listening(step) + holds(defaults[step - 1]);
+  for (std::size_t step = 1; step <= 14; ++step) script += listening(step) + holds(defaults[step - 1]);
   EXPECT_EQ(wizard.play(script), taken() + asked(1, 14));
   EXPECT_EQ(wizard.file(kFile), kDefaults);
 }

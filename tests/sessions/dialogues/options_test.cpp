@@ -25,9 +25,10 @@ const Told kSwitchPrompts = {"queue  select, automatic speedometer, on ",
 const std::string kWallHeard = "wait say for the wall sound?\nwait 20\n";
 
 /// Questions 1 to 4, each answered with Enter.
-Told switchesAccepted(size_t first = 1) {
+Told switchesAccepted(std::size_t first = 1) {
   Told told;
-  for (size_t i = first; i <= kSwitchPrompts.size(); ++i) told = told + Told{kSwitchPrompts[i - 1]} + taken();
+  for (std::size_t i = first; i <= kSwitchPrompts.size(); ++i)
+    told = told + Told{kSwitchPrompts[i - 1]} + taken();
   return told;
 }
 

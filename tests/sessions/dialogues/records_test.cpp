@@ -100,13 +100,13 @@ TEST(ResetRecords, EnterOnAllAndYesDeletesEveryRecordAndNothingElse) {
 }
 
 TEST(ResetRecords, OfOneTrackLeavesTheOthers) {
-  for (size_t track = 1; track <= kNames.size(); ++track) {
+  for (std::size_t track = 1; track <= kNames.size(); ++track) {
     Dialogue dialogue(" reset records ");
     writeRecords(dialogue);
     const std::string name = kNames[track - 1];
     std::string downs;
     Told moves;
-    for (size_t i = 1; i <= track; ++i) {
+    for (std::size_t i = 1; i <= track; ++i) {
       downs += "Down ";
       moves = moves + taken(kNames[i - 1]);
     }

@@ -71,7 +71,7 @@ TEST(ChangeVoice, ThePausesAroundANewVoiceAreThese) {
   const Told told = dialogue.play(
       "wait say do you wish\nwait 20\ntap N\nwait say do you wish\nwait 20\ntap Y\n", kEverything);
   const auto at = [&](const std::string& line, int which) {
-    for (size_t i = 0; i < told.size(); ++i) {
+    for (std::size_t i = 0; i < told.size(); ++i) {
       if (told[i] == line && --which == 0) return dialogue.moments()[i];
     }
     return -1;
@@ -330,7 +330,7 @@ TEST(AdjustVolume, ASampleComesAfterTheWord) {
   Dialogue dialogue(" adjust volume ");
   dialogue.play(keys("Enter") + kSoundsListen + "tap Down\nwait 5000\ntap Enter\n", kEverything);
   const auto& ms = dialogue.moments();
-  const size_t word = 1 + 1 + kSampleHeard.size() + 1 + 2;
+  const std::size_t word = 1 + 1 + kSampleHeard.size() + 1 + 2;
   EXPECT_EQ(ms[word + 1] - ms[word], 3 + 201) << "the keys are forgotten, and 0.2 s";
 }
 

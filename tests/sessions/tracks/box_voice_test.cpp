@@ -18,13 +18,13 @@ namespace {
 constexpr int kMixRate = 48000;
 constexpr int kThinning = 4;  // speech needs no more; comparing is sixteen times quicker
 constexpr double kRate = kMixRate / kThinning;
-constexpr size_t kWord = kMixRate / kThinning / 2;  // half a second
+constexpr std::size_t kWord = kMixRate / kThinning / 2;  // half a second
 
 /// The left side of the mix, where the pits are.
 class LeftEar : public RenderSink {
  public:
   void write(std::span<const std::int16_t> samples) override {
-    for (size_t i = 0; i < samples.size(); i += 2) {
+    for (std::size_t i = 0; i < samples.size(); i += 2) {
       sum_ += samples[i];
       if (++count_ % kThinning != 0) continue;
       heard.push_back(sum_ / kThinning);
@@ -52,7 +52,7 @@ Tape tapeOf(const TraceRecord& trace, double frames) {
   double at = 0;
   bool isInSlot = false;
   const auto runUntil = [&](std::int64_t ms) {
-    const auto samples = static_cast<size_t>(static_cast<double>(ms - tape.start) * kRate / 1000);
+    const auto samples = static_cast<std::size_t>(static_cast<double>(ms - tape.start) * kRate / 1000);
     for (; tape.position.size() < samples && at < frames; at += hertz / kRate) tape.position.push_back(at);
   };
   for (const TraceLine& line : trace.of("sound")) {
@@ -77,7 +77,7 @@ double placeAt(const TraceRecord& trace, double ms) {
 
 double correlation(const std::vector<double>& expected, const double* heard) {
   double product = 0, expectedPower = 0, heardPower = 0;
-  for (size_t i = 0; i < expected.size(); ++i) {
+  for (std::size_t i = 0; i < expected.size(); ++i) {
     product += expected[i] * heard[i];
     expectedPower += expected[i] * expected[i];
     heardPower += heard[i] * heard[i];
@@ -110,7 +110,7 @@ TEST(BoxVoice, IsHeardAtTheRightMoment) {
     // The word as the tape plays it, half a second of it.
     std::vector<double> word;
     for (auto at = onset; word.size() < kWord && at != tape.position.end(); ++at) {
-      word.push_back(voice.planes[0][static_cast<size_t>(*at)]);
+      word.push_back(voice.planes[0][static_cast<std::size_t>(*at)]);
     }
     const auto expectedAt = static_cast<std::int64_t>(static_cast<double>(tape.start) * kRate / 1000) +
                             (onset - tape.position.begin());
@@ -118,7 +118,7 @@ TEST(BoxVoice, IsHeardAtTheRightMoment) {
     std::int64_t found = 0;
     double best = -1;
     for (std::int64_t shift = -kSearch; shift <= kSearch; ++shift) {
-      const double match = correlation(word, &ear.heard[static_cast<size_t>(expectedAt + shift)]);
+      const double match = correlation(word, &ear.heard[static_cast<std::size_t>(expectedAt + shift)]);
       if (match <= best) continue;
       best = match;
       found = shift;

@@ -297,7 +297,7 @@ TEST_F(PitRoad, CrewIsHeardAtItsTicks) {
   EXPECT_EQ(tickOf("oneShotBuffer Stop"), 130);
   EXPECT_EQ(tickOf(kGo), 141);
   std::vector<std::pair<int, std::string>> guns;
-  for (size_t i = 0; i < p.log.size(); ++i) {
+  for (std::size_t i = 0; i < p.log.size(); ++i) {
     if (p.logTimes[i] >= start && p.log[i].rfind("panBuffer create", 0) == 0) {
       // Its pan follows position, volume and frequency.
       guns.emplace_back((p.logTimes[i] - start) / 99 + 1,
@@ -411,10 +411,10 @@ TEST_F(PitRoad, LeadsBackToTheTrackWithAFullTank) {
 /// What a stop sounds like across the road: pans of everything that is started, in order.
 std::vector<int> startingPans(const RigPlatform& p) {
   std::vector<int> pans;
-  for (size_t i = 0; i < p.log.size(); ++i) {
+  for (std::size_t i = 0; i < p.log.size(); ++i) {
     if (p.log[i].find(" create vorn") == std::string::npos || p.log[i].rfind("oneShot", 0) == 0) continue;
     const std::string setPan = p.log[i].substr(0, p.log[i].find(' ')) + " SetPan ";
-    size_t at = i;
+    std::size_t at = i;
     while (p.log[at].rfind(setPan, 0) != 0) ++at;
     pans.push_back(std::stoi(p.log[at].substr(setPan.size())));
   }
@@ -450,7 +450,7 @@ TEST(PitRoadSides, AreMirrorImages) {
   EXPECT_THAT(pans[0], ElementsAre(-1000, -2000, -1000, 400, 400, -400, -400, 2000));
   EXPECT_THAT(pans[1], ElementsAre(1000, 2000, 1000, -400, -400, 400, 400, -2000));
   ASSERT_EQ(places[0].size(), places[1].size());
-  for (size_t i = 0; i < places[0].size(); ++i) EXPECT_NEAR(places[0][i], places[1][i], 1e-9);
+  for (std::size_t i = 0; i < places[0].size(); ++i) EXPECT_NEAR(places[0][i], places[1][i], 1e-9);
 }
 
 class MissingSound : public PitRoad, public testing::WithParamInterface<const char*> {};

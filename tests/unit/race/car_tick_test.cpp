@@ -248,7 +248,7 @@ TEST(RequestsHeld, AreAnsweredEverySevenHundredAndFiftyMilliseconds) {
   }
   ASSERT_GE(times.size(), 4U);
   // The first tick that is 750 ms or more after the last answer: eight ticks of 99 ms.
-  for (size_t i = 1; i < times.size(); ++i) EXPECT_EQ(times[i] - times[i - 1], 8 * 99);
+  for (std::size_t i = 1; i < times.size(); ++i) EXPECT_EQ(times[i] - times[i - 1], 8 * 99);
 }
 
 TEST(SpeedMarks, AreSaidOnceTheTickHasPassedThem) {

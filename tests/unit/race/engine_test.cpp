@@ -355,7 +355,7 @@ TEST_P(EngineTape, PlaysARandomStretchBeyondTheRevolutions) {
   for (int i = 0; i < 20 * jitter; ++i) offsets.insert(positionOf(rig) - 50 * step);
   EXPECT_EQ(*offsets.begin(), 1);
   EXPECT_EQ(*offsets.rbegin(), jitter);
-  EXPECT_EQ(offsets.size(), static_cast<size_t>(jitter));  // every whole number between
+  EXPECT_EQ(offsets.size(), static_cast<std::size_t>(jitter));  // every whole number between
 }
 
 TEST_P(EngineTape, PlaysExactlyTheStretchOfLowRevolutions) {

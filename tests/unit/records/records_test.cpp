@@ -46,14 +46,14 @@ TEST(RecordFile, ReadsBackWhatWasWritten) {
 
 TEST(RecordFile, CutAnywhereItIsDamaged) {
   const std::string whole = encodeRecord({61.999, {12, 31, 2026}, "Name"});
-  for (size_t length = 0; length < whole.size(); ++length) {
+  for (std::size_t length = 0; length < whole.size(); ++length) {
     EXPECT_FALSE(decodeRecord(whole.substr(0, length))) << length;
   }
 }
 
 TEST(RecordFile, WithAWrongTagOrLengthItIsDamaged) {
   const std::string whole = encodeRecord({61.999, {12, 31, 2026}, "Name"});
-  for (const size_t tag : {8, 12, 16, 20, 26, 30, 34, 38}) {
+  for (const std::size_t tag : {8, 12, 16, 20, 26, 30, 34, 38}) {
     std::string bytes = whole;
     bytes[tag] = 9;
     EXPECT_FALSE(decodeRecord(bytes)) << tag;

@@ -30,7 +30,7 @@ TEST(ReadSettings, LeavesOutWhatIsNoNumber) {
   const auto values = readSettings("1\r\nx\r\n\r\n3x\r\n1e999\r\nnan\r\ninf\r\n");
   ASSERT_EQ(values.size(), 7u);
   EXPECT_THAT(values[0], Optional(1.0));
-  for (size_t i = 1; i < values.size(); ++i) EXPECT_FALSE(values[i]) << i;
+  for (std::size_t i = 1; i < values.size(); ++i) EXPECT_FALSE(values[i]) << i;
 }
 
 TEST(ReadSettingsInto, GoesAsFarAsTheFileDoes) {

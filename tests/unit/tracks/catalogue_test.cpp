@@ -8,12 +8,12 @@
 namespace vorn {
 namespace {
 
-class Catalogue : public testing::TestWithParam<size_t> {
+class Catalogue : public testing::TestWithParam<std::size_t> {
  protected:
   const Track& track() const { return *allTracks()[GetParam()]; }
   const listing::Listed& listed() const { return listing::kTracks[GetParam()]; }
   /// A car moved by one tick of segment `i`.
-  RaceState pushedAt(size_t i, double speed) const {
+  RaceState pushedAt(std::size_t i, double speed) const {
     RaceState car;
     car.speed = speed;
     pushCar(car, track().segments[i].push);
@@ -21,13 +21,13 @@ class Catalogue : public testing::TestWithParam<size_t> {
   }
 };
 
-std::string nameOf(const testing::TestParamInfo<size_t>& tested) {
+std::string nameOf(const testing::TestParamInfo<std::size_t>& tested) {
   static constexpr const char* kNames[] = {"Maple", "Painsville", "Chagrin",  "Ohio",        "Chardon",
                                            "Erie",  "Mentor",     "Kirtland", "Chesterland", "Geneva"};
   return kNames[tested.index];
 }
 
-INSTANTIATE_TEST_SUITE_P(AllTracks, Catalogue, testing::Range(size_t{0}, size_t{10}), nameOf);
+INSTANTIATE_TEST_SUITE_P(AllTracks, Catalogue, testing::Range(std::size_t{0}, std::size_t{10}), nameOf);
 
 TEST(AllTracks, AreTen) {
   EXPECT_EQ(allTracks().size(), std::size(listing::kTracks));
@@ -44,7 +44,7 @@ TEST_P(Catalogue, HasItsConstants) {
 
 TEST_P(Catalogue, HasEveryNumberOfEverySegment) {
   ASSERT_EQ(track().segments.size(), listed().rows.size());
-  for (size_t i = 0; i < listed().rows.size(); ++i) {
+  for (std::size_t i = 0; i < listed().rows.size(); ++i) {
     SCOPED_TRACE(i + 1);
     const Segment& segment = track().segments[i];
     const listing::Row& row = listed().rows[i];
@@ -61,7 +61,7 @@ TEST_P(Catalogue, HasEveryNumberOfEverySegment) {
 }
 
 TEST_P(Catalogue, PushesTheCarOutwardInEveryTurn) {
-  for (size_t i = 0; i < listed().rows.size(); ++i) {
+  for (std::size_t i = 0; i < listed().rows.size(); ++i) {
     SCOPED_TRACE(i + 1);
     if (track().segments[i].push.rule) continue;
     const listing::Row& row = listed().rows[i];
@@ -76,7 +76,7 @@ TEST(SpecialRules, BelongToSingleTracks) {
   for (const Track* track : allTracks()) {
     SCOPED_TRACE(track->name);
     EXPECT_EQ(track->rule, track == &kChardon ? unlimitTopGear : nullptr);
-    for (size_t i = 0; i < track->segments.size(); ++i) {
+    for (std::size_t i = 0; i < track->segments.size(); ++i) {
       const Segment& segment = track->segments[i];
       const bool isBanked = track == &kGeneva && segment.push.turn != Turn::kNone;
       EXPECT_EQ(segment.push.rule, isBanked ? driveBankedTurn : nullptr);

@@ -164,7 +164,7 @@ inline constexpr Row kGenevaRows[] = {
 struct Listed {
   const char* welcome;
   double steerDrag;
-  size_t segments;
+  std::size_t segments;
   double lapLength;
   double finish;  ///< where in the last segment the line lies
   std::span<const Row> rows;

@@ -204,7 +204,7 @@ TEST_F(Runner, AStopOnPitRoadBeginsTheLapAnew) {
       std::vector<std::string>(cues.begin(), cues.begin() + 5),
       ElementsAre("warnBuffer create vorn1t1", "warnBuffer create vorn1t72", "warnBuffer create vorn1t73",
                   "warnBuffer create vorn1t72", "warnBuffer create vorn1t1"));
-  for (size_t i = 0; i + 1 < rig.platform.ticks.size(); ++i) {
+  for (std::size_t i = 0; i + 1 < rig.platform.ticks.size(); ++i) {
     if (rig.platform.ticks[i].pit == 1 && rig.platform.ticks[i + 1].pit == 0) {
       EXPECT_DOUBLE_EQ(rig.platform.ticks[i + 1].lapPosition, 2000 + 555 + 50);
     }
@@ -301,7 +301,7 @@ TEST_F(Runner, ChestersJumpLeadsToTheLandingByWayOfTheAir) {
   rig.platform.onTick = [&] { g.lateralPosition = place; };
   ASSERT_TRUE(driveLaps(g, kChesterland));
   const auto& ticks = rig.platform.ticks;
-  size_t landed = 0;
+  std::size_t landed = 0;
   while (ticks[landed].segment != 5) ++landed;
   EXPECT_EQ(ticks[landed].speed, 35);
   // Where the run ended, and a tick in the air, and the first one on the ground.

@@ -124,7 +124,7 @@ Audio horn(const Recording& recording) {
   return canvas.signal();
 }
 
-// The brake tape: the game plays it from byte 503.8 x mph, one tick at a time.
+/// The brake tape: the game plays it from byte 503.8 x mph, one tick at a time.
 constexpr double kBytesAMph = 503.8;
 constexpr double kTopMph = 228;
 constexpr double kBytesASecond = 2 * 22050;

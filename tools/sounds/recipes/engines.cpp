@@ -16,7 +16,7 @@ using namespace synth;  // recipes are written in its words
 constexpr double kIdleLufs = -24, kDrivingLufs = -21;
 constexpr double kDrivingFrom = 10;  // percent of revolutions
 
-// The recipe leads the loudness itself; only the peak is held afterwards.
+/// The recipe leads the loudness itself; only the peak is held afterwards.
 constexpr Level kEngine{kDrivingLufs, -8, Meter::kAsRendered};
 constexpr Edges kFromZero{1, 0};
 

@@ -5,7 +5,7 @@
 namespace vorn::synth {
 namespace {
 
-// Moving filters are retuned every so many samples: often enough to be smooth.
+/// Moving filters are retuned every so many samples: often enough to be smooth.
 constexpr std::size_t kRetuneEvery = 8;
 
 template <typename Output>
@@ -26,7 +26,7 @@ Signal filtered(const Signal& signal, double rate, const Contour& hertz, const C
   return result;
 }
 
-// The qualities of two second-order filters that are a Butterworth together.
+/// The qualities of two second-order filters that are a Butterworth together.
 constexpr double kFirstOfTwo = 0.541;
 constexpr double kSecondOfTwo = 1.307;
 

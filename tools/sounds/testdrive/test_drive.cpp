@@ -175,9 +175,9 @@ TestDrive driveLap(int track, const std::string& folder, RenderSink* recording) 
   return drive;
 }
 
-// Measured on all tracks: shares of 0.92 to 1.08 in its ear, up to 0.28 in the other one (0.57 straight
-// ahead), 10 dB and more above the rest; the walls' difference rises by about 4 dB every ten units, by 0.7
-// where the car seldom is; never two samples in a row at the peak.
+/// Measured on all tracks: shares of 0.92 to 1.08 in its ear, up to 0.28 in the other one (0.57 straight
+/// ahead), 10 dB and more above the rest; the walls' difference rises by about 4 dB every ten units, by 0.7
+/// where the car seldom is; never two samples in a row at the peak.
 std::vector<std::string> faultsOf(const TestDrive& drive) {
   constexpr double kShareGoesAstray = 0.15, kHeardAbove = 6;
   constexpr int kPlateau = 3;
