@@ -1,5 +1,4 @@
-// vorn1-sounds: makes the game's sound files, checks those of a folder, reports on
-// them, or drives with them.
+// vorn1-sounds: makes the game's sound files, checks those of a folder or reports on them.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -13,7 +12,6 @@
 #include "progress.h"
 #include "recipe.h"
 #include "report/report.h"
-#include "testdrive/test_drive.h"
 
 namespace vorn::sounds {
 namespace {
@@ -21,8 +19,7 @@ namespace {
 struct Orders {
   std::string folder;
   std::string folderToCheck;
-  std::string report;     ///< page to write about the folder's files
-  std::string testDrive;  ///< folder for what laps with the folder's files sound like
+  std::string report;  ///< page to write about the folder's files
   std::vector<std::string> only;
   bool list = false;
   int workers = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
@@ -99,7 +96,6 @@ int follow(const Orders& orders) {
   if (orders.list) return list(recipes);
   if (!orders.folderToCheck.empty()) return check(recipes, orders.folderToCheck);
   if (!orders.report.empty()) return writePage(recipes, orders);
-  if (!orders.testDrive.empty()) return driveAllTracks(orders.folder, orders.testDrive) ? 0 : 1;
   return make(recipes, orders);
 }
 
@@ -107,28 +103,22 @@ int follow(const Orders& orders) {
 }  // namespace vorn::sounds
 
 int main(int argc, char** argv) {
-  CLI::App app(
-      "Makes the sound files of the game, checks those of a folder, reports on them, or drives with them.",
-      "vorn1-sounds");
+  CLI::App app("Makes the sound files of the game, checks those of a folder or reports on them.",
+               "vorn1-sounds");
   vorn::sounds::Orders orders;
-  auto* folder = app.add_option(
-      "DIR", orders.folder,
-      "Folder to fill, made where it is missing; with --report or --test-drive, the one to take them from");
+  auto* folder =
+      app.add_option("DIR", orders.folder,
+                     "Folder to fill, made where it is missing; with --report, the one to take them from");
   auto* toCheck = app.add_option("--check", orders.folderToCheck, "Only check the files of this folder");
   auto* toList = app.add_flag("--list", orders.list, "Only list the sounds");
   auto* toReport = app.add_option("--report", orders.report,
                                   "Only write a page of pictures about the files of DIR, an HTML file");
-  auto* toDrive =
-      app.add_option("--test-drive", orders.testDrive,
-                     "Only drive a lap of each track with the files of DIR; what is heard goes to "
-                     "this folder, a WAV file a track");
   app.add_option("--only", orders.only, "Only this sound, such as vorn1t5 (may be repeated)")
       ->allow_extra_args(false);
   app.add_option("--jobs,-j", orders.workers, "Sounds to make at a time")->check(CLI::Range(1, 64));
   toCheck->excludes(toList)->excludes(folder);
   folder->excludes(toList);
   toReport->needs(folder);
-  toDrive->needs(folder)->excludes(toReport);
   app.callback([&] {
     if (orders.folder.empty() && orders.folderToCheck.empty() && !orders.list) {
       throw CLI::RequiredError("DIR, --check or --list");

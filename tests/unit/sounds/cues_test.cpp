@@ -13,6 +13,7 @@
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
 #include "recipes/engine_models.h"
+#include "recipes/track_cues.h"
 #include "spectrum.h"
 #include "support_sounds.h"
 #include "synth/loudness.h"
@@ -171,6 +172,15 @@ TEST(Cues, DoNotBeatWithTheEnginesFlutter) {
 }
 
 // --- Told apart
+
+TEST(Cues, AreListedByTrackAsTheTracksPlayThem) {
+  ASSERT_EQ(cuesOfTracks().size(), allTracks().size());
+  for (std::size_t i = 0; i < allTracks().size(); ++i) {
+    const TrackCues& listed = cuesOfTracks()[i];
+    EXPECT_EQ(listed.track, allTracks()[i]->name);
+    EXPECT_EQ(std::vector<int>(listed.cues.begin(), listed.cues.end()), cuesOf(*allTracks()[i]));
+  }
+}
 
 struct Pair {
   double distance = 1e9;  ///< shares of the median

@@ -127,24 +127,6 @@ TEST_F(SoundTool, SaysWhyThereIsNoReport) {
   EXPECT_NE(run("$TOOL --report " + in("report.html")).status, 0);
 }
 
-TEST_F(SoundTool, DrivesALapOfEachTrack) {
-  const Outcome outcome = run("$TOOL " VORN_SOUNDS_FOLDER " --test-drive " + in("laps"));
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("/lap10.wav: Geneva Oval Track, "));
-  for (int track = 1; track <= 10; ++track) {
-    SndfileHandle lap(in("laps/lap" + std::string(track < 10 ? "0" : "") + std::to_string(track) + ".wav"));
-    EXPECT_EQ(lap.channels(), 2) << track;
-    EXPECT_EQ(lap.samplerate(), 48000) << track;
-    EXPECT_GT(lap.frames(), 20 * 48000) << track;
-  }
-}
-
-TEST_F(SoundTool, SaysWhyItCannotDrive) {
-  const Outcome outcome = run("$TOOL " + in("") + " --test-drive " + in("laps"));
-  EXPECT_NE(outcome.status, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("the lap was not finished"));
-}
-
 TEST_F(SoundTool, SaysWhatItDoesNotUnderstand) {
   EXPECT_NE(run("$TOOL").status, 0);
   EXPECT_NE(run("$TOOL --nonsense").status, 0);

@@ -13,7 +13,7 @@
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
 #include "picture.h"
-#include "tracks/catalogue.h"
+#include "recipes/track_cues.h"
 
 namespace vorn::report {
 namespace {
@@ -84,14 +84,6 @@ std::string cueName(int cue) {
   return "vorn1t" + std::to_string(cue);
 }
 
-std::vector<int> cuesOf(const Track& track) {
-  std::vector<int> cues;
-  for (const Segment& segment : track.segments) {
-    if (std::ranges::find(cues, segment.cue) == cues.end()) cues.push_back(segment.cue);
-  }
-  return cues;
-}
-
 /// A square a pair: the redder, the more alike.
 std::string cellOf(int one, int other, const hearing::Distances& distances) {
   if (one == other) return "<td></td>";
@@ -101,9 +93,9 @@ std::string cellOf(int one, int other, const hearing::Distances& distances) {
                      distance);
 }
 
-std::string distancesOf(const Track& track, const hearing::Distances& distances) {
-  const std::vector<int> cues = cuesOf(track);
-  std::string table = fmt::format("<h3>{}</h3><table class=\"distances\"><tr><th></th>", track.name);
+std::string distancesOf(const sounds::TrackCues& track, const hearing::Distances& distances) {
+  const auto cues = track.cues;
+  std::string table = fmt::format("<h3>{}</h3><table class=\"distances\"><tr><th></th>", track.track);
   for (const int cue : cues) table += "<th>" + std::to_string(cue) + "</th>";
   table += "</tr>";
   for (const int one : cues) {
@@ -120,13 +112,13 @@ std::string tracksChapter(const std::map<int, hearing::Fingerprint>& prints) {
       "<h2>Distances between the cues of each track</h2>"
       "<p>In shares of the median of all pairs; the redder, the more alike. Cues in the order heard.</p>";
   const hearing::Distances distances(prints);
-  for (const Track* track : allTracks()) chapter += distancesOf(*track, distances);
+  for (const sounds::TrackCues& track : sounds::cuesOfTracks()) chapter += distancesOf(track, distances);
   return chapter;
 }
 
 bool areAllCuesIn(const std::map<int, hearing::Fingerprint>& prints) {
-  return std::ranges::all_of(allTracks(), [&](const Track* track) {
-    return std::ranges::all_of(track->segments, [&](const Segment& s) { return prints.contains(s.cue); });
+  return std::ranges::all_of(sounds::cuesOfTracks(), [&](const sounds::TrackCues& track) {
+    return std::ranges::all_of(track.cues, [&](int cue) { return prints.contains(cue); });
   });
 }
 
