@@ -100,6 +100,15 @@ TEST(LightPoles, AreHeardFromEightyMilesAnHourOn) {
   EXPECT_THAT(rig.told(playsignpoll), Contains("sound29Buffer SetFrequency 8000"));
 }
 
+TEST(LightPoles, AreAsLoudWhateverTheVolumeOfTheSounds) {
+  GameRig rig;
+  rig.g.soundVolume = -3500;  // not taken
+  rig.g.lateralPosition = 30;
+  rig.g.speed = 100;
+  EXPECT_THAT(rig.told(playsignpoll), Contains("sound29Buffer SetVolume -700"));
+  EXPECT_THAT(rig.told(playsignpoll), Contains("sound29Buffer SetVolume -300"));
+}
+
 TEST(LightPoles, YieldTwiceWhereTheySound) {
   GameRig rig;
   rig.g.lateralPosition = 50;

@@ -72,6 +72,17 @@ TEST_P(Catalogue, PushesTheCarOutwardInEveryTurn) {
   }
 }
 
+TEST(Chesterland, HasACueOnTheWrongSideOfItsThirdSegment) {
+  for (const Track* track : allTracks()) {
+    for (std::size_t i = 0; i < track->segments.size(); ++i) {
+      const Segment& segment = track->segments[i];
+      if (segment.push.turn == Turn::kNone) continue;
+      const bool standsOnTheInside = (segment.pan < 0) == (segment.push.turn == Turn::kLeft);
+      EXPECT_EQ(standsOnTheInside, track != &kChesterland || i != 2) << track->name << ", " << i + 1;
+    }
+  }
+}
+
 TEST(SpecialRules, BelongToSingleTracks) {
   for (const Track* track : allTracks()) {
     SCOPED_TRACE(track->name);
