@@ -9,6 +9,7 @@
 
 #include "platform/headless/session_files.h"
 #include "program/desktop_program.h"
+#include "program/installation.h"
 #include "shell/start_up.h"
 #include "state/fields.h"
 #include "state/game_state.h"
@@ -174,5 +175,6 @@ int play(int argc, char** argv) {
 }  // namespace vorn
 
 int main(int argc, char** argv) {
+  vorn::useInstalledVoiceData();
   return vorn::play(argc, argv);
 }

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <string>
 
+#include "program/installation.h"
 #include "sound/catalogue.h"
 
 namespace vorn {
@@ -36,6 +37,26 @@ std::string quoted(const fs::path& path) {
   return text + "'";
 }
 
+// Copies the installed sound to `folder` where it is missing there, has another length or is older.
+// The copy keeps the date, so that a later version's sound counts as newer.
+void copyInstalled(const std::string& name, const fs::path& folder) {
+  const fs::path installed = installedSounds() / name;
+  const fs::path own = folder / name;
+  std::error_code error;
+  if (!fs::is_regular_file(installed, error)) return;
+  const auto date = fs::last_write_time(installed, error);
+  const bool isGood = fs::is_regular_file(own, error) &&
+                      fs::file_size(own, error) == fs::file_size(installed, error) &&
+                      fs::last_write_time(own, error) >= date;
+  if (isGood) return;
+  if (fs::copy_file(installed, own, fs::copy_options::overwrite_existing, error)) {
+    fs::last_write_time(own, date, error);
+  } else {
+    std::cerr << "The sound " << name << " could not be copied to " << folder.string() << ": "
+              << error.message() << std::endl;
+  }
+}
+
 }  // namespace
 
 fs::path gameFolder(const fs::path& asked) {
@@ -48,10 +69,11 @@ fs::path gameFolder(const fs::path& asked) {
 }
 
 void fillWithSounds(const fs::path& folder) {
+  for (const CatalogueEntry& entry : soundCatalogue()) copyInstalled(soundFileName(entry.name), folder);
   if (holdsSounds(folder)) return;
   std::error_code error;
-  const fs::path tool = fs::read_symlink("/proc/self/exe", error).parent_path() / kSoundTool;
-  if (error || !fs::exists(tool)) return;
+  const fs::path tool = programFile().parent_path() / kSoundTool;
+  if (!fs::exists(tool, error)) return;
   std::cerr << "Making the sounds in " << folder.string() << '.' << std::endl;
   if (std::system((quoted(tool) + " " + quoted(folder)).c_str()) != 0) {
     std::cerr << "The sounds could not be made." << std::endl;

@@ -9,8 +9,9 @@ namespace vorn {
 /// sounds, else the player's own data folder (made where there is none).
 std::filesystem::path gameFolder(const std::filesystem::path& asked);
 
-/// Makes the sounds in `folder` by the tool that lies beside this program, if
-/// any is missing. Waits for it; what cannot be made is left to the game's own check.
+/// Puts the sounds that are missing or out of date into `folder`: the installed ones, or, where none
+/// are installed, made by the tool that lies beside this program. Waits for it; what cannot be had is
+/// left to the game's own check.
 void fillWithSounds(const std::filesystem::path& folder);
 
 }  // namespace vorn
