@@ -21,6 +21,7 @@
 #include <thread>
 #include <vector>
 
+#include "desktop/driver.h"
 #include "desktop/player.h"
 #include "support/program.h"
 #include "support/temporary_folder.h"
@@ -79,68 +80,6 @@ class Recording {
   std::string file_;
 };
 
-/// Keeps the car on the road by its spoken position alone. Every turn of this track
-/// pushes to the right, so the middle that is aimed at lies left of the middle.
-class Driver {
- public:
-  explicit Driver(Player& player) : player_(player) {}
-
-  /// Drives until something is said that is no position; returns that.
-  std::string driveToTheEnd(int longestSeconds) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(longestSeconds);
-    player_.keys.press("RightCtrl");  // held, it is answered again and again
-    while (std::chrono::steady_clock::now() < end) {
-      const auto text = player_.hear(4000);
-      if (!text) {
-        restart();
-      } else if (text->find_first_not_of("0123456789") == std::string::npos) {
-        steer(std::stoi(*text));
-      } else {
-        hold("");
-        player_.keys.release("RightCtrl");
-        return *text;
-      }
-    }
-    return "the race did not end in time";
-  }
-
-  int crashes() const { return crashes_; }
-
- private:
-  void steer(int position) {
-    constexpr double kLookAhead = 0.7;  // of the way between two positions
-    constexpr double kAim = 42;
-    constexpr double kNearEnough = 3;
-    const double expected = position + kLookAhead * (position - lastPosition_) - kAim;
-    lastPosition_ = position;
-    hold(expected > kNearEnough ? "Left" : expected < -kNearEnough ? "Right" : "");
-  }
-
-  // After a crash the position is no longer answered.
-  void restart() {
-    ++crashes_;
-    hold("");
-    player_.keys.tap("Space");
-    player_.rest(500);
-    player_.keys.tap("End", 300);
-    player_.rest(500);
-    player_.keys.tap("Up", 200);
-    lastPosition_ = 50;
-  }
-
-  void hold(const std::string& key) {
-    if (key == held_) return;
-    if (!held_.empty()) player_.keys.release(held_);
-    if (!key.empty()) player_.keys.press(key);
-    held_ = key;
-  }
-
-  Player& player_;
-  std::string held_;
-  double lastPosition_ = 50;
-  int crashes_ = 0;
-};
-
 TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   const TemporaryFolder folder;
   copySounds(folder);
@@ -187,7 +126,7 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   player.rest(1500);
   const double racing = recording.now();
 
-  Driver driver(player);
+  PositionDriver driver(player);
   const std::string result = driver.driveToTheEnd(400);
   player.keys.release("LeftCtrl");
   EXPECT_THAT(result, StartsWith(" Your time for 1 lap on the Maple Leaf Tri Oval Track is, "));

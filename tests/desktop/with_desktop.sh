@@ -28,6 +28,8 @@ fi
 folder=$(mktemp -d "${TMPDIR:-/tmp}/vorn-desktop.XXXXXX") || exit 125
 started=()
 clean_up() {
+  # A test may have ended the sound server and started another one.
+  [[ -f $folder/run/pulseaudio.pid ]] && kill -KILL "$(<"$folder/run/pulseaudio.pid")" 2>/dev/null
   for (( i = ${#started[@]} - 1; i >= 0; --i )); do
     kill "${started[i]}" 2>/dev/null
     wait "${started[i]}" 2>/dev/null
@@ -39,7 +41,7 @@ trap 'exit 125' INT TERM
 
 fail() {
   echo "with_desktop.sh: $1" >&2
-  cat "$folder"/*.log >&2
+  cat "$folder"/*.log "$folder"/run/*.log >&2
   exit 125
 }
 
@@ -69,12 +71,7 @@ if [[ $display == yes ]]; then
 fi
 
 if [[ $sound == yes ]]; then
-  # Without norewinds the sink stalls for two seconds when something begins to play.
-  pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
-    -L 'module-null-sink sink_name=out rate=48000 channels=2 format=s16le norewinds=1' \
-    -L "module-native-protocol-unix auth-anonymous=1 socket=$folder/run/pulse/native" 2>"$folder/pulseaudio.log" &
-  started+=($!)
-  wait_until 'the sound server' pactl info
+  "$(dirname "$0")/sound_server.sh" start || fail 'no sound server'
 else
   # No way round by a sound driver that needs no server.
   export ALSA_CONFIG_PATH=/dev/null JACK_NO_START_SERVER=1 AUDIODEV=/nonexistent

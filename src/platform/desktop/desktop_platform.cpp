@@ -21,6 +21,8 @@
 namespace vorn {
 namespace {
 
+constexpr const char* kSoundIsBack = " Sound is back. ";
+
 std::uint64_t clockSeed() {
   return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
 }
@@ -90,6 +92,7 @@ class DesktopPlatform : public Platform {
  private:
   void doYield(int atMostMs) override;
   bool pause();
+  void lookAfterSound();
   void read(const std::string& text);
 
   const DesktopOptions options_;
@@ -103,6 +106,7 @@ class DesktopPlatform : public Platform {
   EspeakSynth synth_;
   SpeechService speech_;
   EventReceiver* receiver_ = nullptr;
+  bool isHeard_ = true;
 };
 
 double DesktopPlatform::secondsSinceMidnight() {
@@ -133,8 +137,8 @@ void DesktopPlatform::doYield(int atMostMs) {
   if (atMostMs > 0) {
     clock_.waitForEvent(atMostMs);
   }
+  lookAfterSound();
   window_.deliver(receiver_);
-  mixer_.setMuted(window_.isInBackground());
   controllers_.notify(receiver_);
 }
 
@@ -142,9 +146,28 @@ void DesktopPlatform::doYield(int atMostMs) {
 bool DesktopPlatform::pause() {
   constexpr int kMomentMs = 2;
   window_.pump();
-  mixer_.setMuted(window_.isInBackground());
+  lookAfterSound();
   TickClock::sleep(kMomentMs);
   return !window_.isToBeClosed();
+}
+
+/// Game sounds belong to the window in front. Where nothing can be heard the
+/// player is told so by all other means, and by the voice once it can be.
+void DesktopPlatform::lookAfterSound() {
+  mixer_.setMuted(window_.isInBackground());
+  const bool isHeard = audio_.isHeard();
+  if (isHeard == isHeard_) {
+    return;
+  }
+  isHeard_ = isHeard;
+  window_.setNotice(isHeard ? "" : " (no sound)");
+  if (isHeard) {
+    std::cerr << "Sound is back." << std::endl;
+    speech_.say(kSoundIsBack);
+    read(kSoundIsBack);
+  } else {
+    std::cerr << "No sound: the sound device takes none. The game goes on, and looks for one." << std::endl;
+  }
 }
 
 /// Speech for the eyes.

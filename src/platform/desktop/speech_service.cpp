@@ -9,22 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kLongestLook = 100ms;  ///< more between two looks is time in which the program did not run
-constexpr auto kRoomAfter = 10ms;     ///< a full stream is asked again
+constexpr auto kRoomAfter = 10ms;  ///< a full stream is asked again
 
 }  // namespace
-
-bool Watchdog::isStuck(std::uint64_t progress, Time now) {
-  if (!isWatching_ || progress != progress_) {
-    isWatching_ = true;
-    idleFor_ = {};
-  } else {
-    idleFor_ += std::min<std::chrono::nanoseconds>(now - lastLook_, kLongestLook);
-  }
-  progress_ = progress;
-  lastLook_ = now;
-  return idleFor_ >= patience_;
-}
 
 SpeechService::SpeechService(EspeakSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
     : synth_(synth), stream_(stream), watchdog_(patience), worker_([this] { work(); }) {}
@@ -41,6 +28,7 @@ SpeechService::~SpeechService() {
 }
 
 void SpeechService::say(const std::string& text, const SpeechSettings& settings) {
+  lastSettings_ = settings;
   {
     const std::lock_guard lock(mutex_);
     queue_.push_back({text, settings, stream_.ticket()});

@@ -12,29 +12,10 @@
 #include <thread>
 
 #include "platform/common/espeak_synth.h"
+#include "platform/desktop/watchdog.h"
 #include "platform/mixing/voice_stream.h"
 
 namespace vorn {
-
-/// Notices that something which should go on does not. It counts only the time
-/// it is watched, so that a program that was halted for a while is not misjudged.
-class Watchdog {
- public:
-  using Time = std::chrono::steady_clock::time_point;
-
-  explicit Watchdog(std::chrono::milliseconds patience) : patience_(patience) {}
-  /// True once `progress` has stayed the same for as long as patience lasts.
-  bool isStuck(std::uint64_t progress, Time now);
-  /// There is nothing to watch for the time being.
-  void rest() { isWatching_ = false; }
-
- private:
-  const std::chrono::milliseconds patience_;
-  bool isWatching_ = false;
-  std::uint64_t progress_ = 0;
-  Time lastLook_;
-  std::chrono::nanoseconds idleFor_{};
-};
 
 class SpeechService {
  public:
@@ -47,6 +28,8 @@ class SpeechService {
 
   /// Says `text` behind what is still to be said.
   void say(const std::string& text, const SpeechSettings& settings);
+  /// The same, as the last text was said.
+  void say(const std::string& text) { say(text, lastSettings_); }
   /// Silences everything at once.
   void purge();
   /// True from `say` on until the last sample has been heard. When patience is at
@@ -68,6 +51,7 @@ class SpeechService {
   EspeakSynth& synth_;
   VoiceStream& stream_;
   Watchdog watchdog_;
+  SpeechSettings lastSettings_;
 
   std::mutex mutex_;  ///< over what follows
   std::condition_variable changed_;

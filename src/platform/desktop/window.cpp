@@ -64,7 +64,16 @@ void Window::showSpoken(const std::string& text) {
 
 void Window::setCaption(const std::string& caption) {
   caption_ = caption;
-  SDL_SetWindowTitle(window_, caption.c_str());
+  showTitle();
+}
+
+void Window::setNotice(const std::string& notice) {
+  notice_ = notice;
+  showTitle();
+}
+
+void Window::showTitle() {
+  SDL_SetWindowTitle(window_, (caption_ + notice_).c_str());
 }
 
 bool Window::isInBackground() {
@@ -109,7 +118,7 @@ void Window::showBox(const std::string& text) {
   }
   SDL_SetWindowTitle(window_, text.c_str());
   waitForAnswer();
-  SDL_SetWindowTitle(window_, caption_.c_str());
+  showTitle();
 }
 
 void Window::waitForAnswer() {

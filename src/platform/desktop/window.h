@@ -21,6 +21,8 @@ class Window {
   Window& operator=(const Window&) = delete;
 
   void setCaption(const std::string& caption);
+  /// Shows `notice` behind the caption until another one, maybe empty, comes.
+  void setNotice(const std::string& notice);
   /// Shows `text` (UTF-8), which is being said, in the window.
   void showSpoken(const std::string& text);
   /// Whether the player has turned to another window. Before the window has had
@@ -42,11 +44,12 @@ class Window {
 
  private:
   void paint();
+  void showTitle();
   void waitForAnswer();
 
   SDL_Window* window_ = nullptr;
   CaptionPainter painter_;
-  std::string caption_;
+  std::string caption_, notice_;
   bool hasHadFocus_ = false;
   bool isClosing_ = false;
 };
