@@ -72,11 +72,9 @@ int make(const std::vector<const Recipe*>& recipes, const Orders& orders) {
   std::filesystem::create_directories(orders.folder);
   const int total = static_cast<int>(recipes.size());
   Progress progress(stdout, "Making sounds", total);
-  progress.show(0);
   const std::vector<Failure> failures =
       makeSounds(recipes, orders.folder, orders.workers,
                  [&progress](std::string_view, int count) { progress.show(count); });
-  progress.end();
   for (const Failure& failure : failures)
     std::cerr << soundFileName(failure.name) << ": " << failure.reason << '\n';
   if (!failures.empty()) return 1;

@@ -1,7 +1,7 @@
-/// How far a long job is, for people: a bar on a terminal, now and then a plain
-/// line elsewhere.
+/// How far a long job is, for people who listen: a short line at its beginning, then one every ten seconds.
 #pragma once
 
+#include <chrono>
 #include <cstdio>
 #include <string>
 
@@ -9,21 +9,19 @@ namespace vorn::sounds {
 
 class Progress {
  public:
-  /// `label` is what is being done; the job has `total` steps, at least 1.
+  /// `label` is what is being done; the job has `total` steps.
   Progress(std::FILE* out, std::string label, int total);
 
+  /// Says that `done` steps are done, unless something has been said within the last ten seconds.
   void show(int done);
-  /// Ends the bar's line, so that what follows starts on its own.
-  void end();
 
  private:
-  void drawBar(int done);
+  void say(int done);
 
   std::FILE* out_;
   std::string label_;
   int total_;
-  bool terminal_;
-  int shownPart_ = -1;
+  std::chrono::steady_clock::time_point said_;
 };
 
 }  // namespace vorn::sounds
