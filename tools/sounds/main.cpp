@@ -11,6 +11,7 @@
 #include "maker.h"
 #include "progress.h"
 #include "recipe.h"
+#include "report/judge.h"
 #include "report/report.h"
 
 namespace vorn::sounds {
@@ -22,6 +23,7 @@ struct Orders {
   std::string report;  ///< page to write about the folder's files
   std::vector<std::string> only;
   bool list = false;
+  bool figures = false;  ///< judge the folder's files
   int workers = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
 };
 
@@ -89,10 +91,16 @@ int writePage(const std::vector<const Recipe*>& recipes, const Orders& orders) {
   return 0;
 }
 
+int judge(const std::vector<const Recipe*>& recipes, const std::string& folder) {
+  std::cout << vorn::report::figuresAsText(recipes, folder);
+  return 0;
+}
+
 int follow(const Orders& orders) {
   const std::vector<const Recipe*> recipes = chosen(orders.only);
   if (orders.list) return list(recipes);
   if (!orders.folderToCheck.empty()) return check(recipes, orders.folderToCheck);
+  if (orders.figures) return judge(recipes, orders.folder);
   if (!orders.report.empty()) return writePage(recipes, orders);
   return make(recipes, orders);
 }
@@ -104,19 +112,22 @@ int main(int argc, char** argv) {
   CLI::App app("Makes the sound files of the game, checks those of a folder or reports on them.",
                "vorn1-sounds");
   vorn::sounds::Orders orders;
-  auto* folder =
-      app.add_option("DIR", orders.folder,
-                     "Folder to fill, made where it is missing; with --report, the one to take them from");
+  auto* folder = app.add_option(
+      "DIR", orders.folder,
+      "Folder to fill, made where it is missing; with --report and --figures, the one to take them from");
   auto* toCheck = app.add_option("--check", orders.folderToCheck, "Only check the files of this folder");
   auto* toList = app.add_flag("--list", orders.list, "Only list the sounds");
   auto* toReport = app.add_option("--report", orders.report,
                                   "Only write a page of pictures about the files of DIR, an HTML file");
+  auto* toJudge =
+      app.add_flag("--figures", orders.figures, "Only say the figures of the files of DIR, a line each");
   app.add_option("--only", orders.only, "Only this sound, such as vorn1t5 (may be repeated)")
       ->allow_extra_args(false);
   app.add_option("--jobs,-j", orders.workers, "Sounds to make at a time")->check(CLI::Range(1, 64));
   toCheck->excludes(toList)->excludes(folder);
   folder->excludes(toList);
   toReport->needs(folder);
+  toJudge->needs(folder)->excludes(toReport);
   app.callback([&] {
     if (orders.folder.empty() && orders.folderToCheck.empty() && !orders.list) {
       throw CLI::RequiredError("DIR, --check or --list");

@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 
+#include "hearing/din.h"
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
 #include "recipes/engine_models.h"
@@ -29,7 +30,7 @@ using test::hearSound;
 using test::Signal;
 
 constexpr int kCues = 71;
-constexpr int kRate = 22050;  // of the mix
+constexpr int kRate = hearing::kMixRate;
 
 struct Cue {
   int number;
@@ -70,37 +71,12 @@ std::vector<int> cuesOf(const Track& track) {
   return cues;
 }
 
-/// What a driver hears besides the cue: an engine at steady revolutions, its
-/// tape set back ten times a second, between two copies of a wall sound.
-class Din {
- public:
-  Din(const EngineTape& tape, double revs, std::string_view wall) {
-    const Signal engine = hearSound(tape.name).signal();
-    const auto start = static_cast<std::size_t>(tape.step * revs / 2);
-    constexpr std::size_t kTick = kRate / 10, kCrossfade = kRate * 6 / 1000;
-    sound_.assign(kTicks * kTick, 0);
-    std::mt19937 random(1);
-    for (std::size_t tick = 0; tick < kTicks; ++tick) {
-      Signal stretch = test::stretch(engine, start + random() % 100, kTick + kCrossfade);
-      synth::fadeIn(stretch, kCrossfade);
-      synth::fadeOut(stretch, kCrossfade);
-      for (std::size_t i = 0; i < stretch.size(); ++i)
-        sound_[(tick * kTick + i) % sound_.size()] += stretch[i];
-    }
-    // The far copy starts half-way, at byte 44159 of two-byte samples.
-    const Signal crowd = hearSound(wall).signal();
-    for (std::size_t i = 0; i < sound_.size(); ++i) {
-      sound_[i] += synth::gainOf(-10) * crowd[i % crowd.size()];
-      sound_[i] += synth::gainOf(-21) * crowd[(i + 44158 / 2) % crowd.size()];
-    }
-  }
-
-  const Signal& sound() const { return sound_; }
-
- private:
-  static constexpr std::size_t kTicks = 30;
-  Signal sound_;
-};
+/// What a driver hears besides the cue on a straight.
+Signal dinOf(const EngineTape& tape, double revs, std::string_view wall) {
+  const Signal engine = hearSound(tape.name).signal(), crowd = hearSound(wall).signal();
+  return hearing::dinOf(
+      {.engine = engine, .enginePlace = static_cast<std::size_t>(tape.step * revs / 2), .wall = crowd});
+}
 
 constexpr std::array<std::string_view, 3> kWalls{"vorn16", "vorn23", "vorn24"};
 
@@ -241,10 +217,10 @@ Signal inTheMix(const Cue& cue, const Signal& din, double decibels, std::size_t 
 
 // Nearest 0.48 (Chardon: organ and song) to 0.76; in a row 0.65 to 0.90.
 TEST(Cues, StayDistinctInTheMix) {
-  const Din din(engineTape("vorn1"), 60, "vorn16");
+  const Signal din = dinOf(engineTape("vorn1"), 60, "vorn16");
   std::map<int, Fingerprint> raw;
   for (const Cue& cue : allCuesForTheMix())
-    raw[cue.number] = hearing::fingerprintOf(inTheMix(cue, din.sound(), -6, 0), kRate);
+    raw[cue.number] = hearing::fingerprintOf(inTheMix(cue, din, -6, 0), kRate);
   expectDistinct(hearing::Distances(raw), 0.35, 0.6);
 }
 
@@ -285,13 +261,13 @@ int nearest(const std::map<int, std::vector<Fingerprint>>& known, const std::vec
 // Measured: 9 of 10 and more on each track, each cue at least 6 times of 8.
 TEST(Cues, AreKnownFromASecondInTheMix) {
   constexpr int kHeardBefore = 12, kHeardNow = 8;
-  const Din din(engineTape("vorn1"), 60, "vorn16");
+  const Signal din = dinOf(engineTape("vorn1"), 60, "vorn16");
   std::mt19937 random(7);
   std::map<int, std::vector<Fingerprint>> before, now;
   std::vector<Fingerprint> all;
   for (const Cue& cue : allCuesForTheMix()) {
-    before[cue.number] = heardBefore(cue, din.sound(), kHeardBefore, random);
-    now[cue.number] = heardBefore(cue, din.sound(), kHeardNow, random);
+    before[cue.number] = heardBefore(cue, din, kHeardBefore, random);
+    now[cue.number] = heardBefore(cue, din, kHeardNow, random);
     all.insert(all.end(), before[cue.number].begin(), before[cue.number].end());
   }
   const hearing::Scaling scaling(all);
@@ -316,32 +292,15 @@ TEST(Cues, AreKnownFromASecondInTheMix) {
 
 // --- Above engine and walls
 
-using Levels = std::vector<double>;  ///< dB, a third octave each
-
-/// `share` as in `hearing::levelsIn`.
-Levels levelsOf(const Signal& sound, double rate, double share) {
-  return hearing::levelsIn(hearing::thirdOctaves(250, 6300), sound, rate, share);
-}
-
-/// By how much `cue`, `attenuation` dB down, stands above `din` in its best
-/// band, or its second best.
-double margin(const Levels& cue, const Levels& din, double attenuation, std::size_t rank) {
-  std::vector<double> margins;
-  for (std::size_t band = 0; band < cue.size(); ++band)
-    margins.push_back(cue[band] - attenuation - din[band]);
-  std::sort(margins.rbegin(), margins.rend());
-  return margins[rank];
-}
-
 /// The din of every engine at cruise and at full revolutions, between every wall.
-std::map<std::string, Levels> everyDin() {
-  std::map<std::string, Levels> dins;
+std::map<std::string, hearing::Levels> everyDin() {
+  std::map<std::string, hearing::Levels> dins;
   for (const EngineTape& tape : engineTapes()) {
     for (const double revs : {60.0, 100.0}) {
       for (const std::string_view wall : kWalls) {
         const std::string name = std::string(tape.name) + " at " + std::to_string(static_cast<int>(revs)) +
                                  " % between " + std::string(wall);
-        dins[name] = levelsOf(Din(tape, revs, wall).sound(), kRate, 0.5);
+        dins[name] = hearing::usualLevels(dinOf(tape, revs, wall), kRate);
       }
     }
   }
@@ -351,13 +310,13 @@ std::map<std::string, Levels> everyDin() {
 // Half-way through its segment. A long straight fades in more deeply and has one
 // band to be heard in. Measured: 6.5 dB at the least (yodel), half of all above 12.
 TEST(Cues, StandAboveEveryEngineAndWall) {
-  std::map<int, Levels> cues;
-  for (const Cue& cue : allCues()) cues[cue.number] = levelsOf(cue.loop, cue.rate, 0.9);
+  std::map<int, hearing::Levels> cues;
+  for (const Cue& cue : allCues()) cues[cue.number] = hearing::strongLevels(cue.loop, cue.rate);
   for (const auto& [name, din] : everyDin()) {
     for (const Track* track : allTracks()) {
       for (const Segment& segment : track->segments) {
-        const std::size_t rank = segment.scale >= 30 ? 0 : 1;
-        EXPECT_GE(margin(cues[segment.cue], din, segment.scale / 2, rank), 6)
+        const double clear = hearing::clearance(cues[segment.cue], din, segment.scale >= 30 ? 0 : 1);
+        EXPECT_GE(clear - segment.scale / 2, 6)
             << nameOf(segment.cue) << " on " << track->name << " over " << name;
       }
     }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "hearing/din.h"
+#include "hearing/figures.h"
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
 #include "synth/noise.h"
@@ -82,6 +84,68 @@ TEST(Hearing, ScalesEveryNumberAlike) {
   const Scaling scaling({{1, 100}, {3, 300}});
   EXPECT_NEAR(distance(scaling.scaled({1, 100}), {-1, -1}), 0, 1e-6);
   EXPECT_NEAR(distance(scaling.scaled({3, 300}), {1, 1}), 0, 1e-6);
+}
+
+Signal noise(int frames) {
+  synth::Noise chance(4);
+  return synth::white(chance, frames);
+}
+
+TEST(Figures, FindATremblingAndHowDeepItIs) {
+  const auto trembling = [](double hertz, double depth) {
+    return figuresOf(
+               synth::shaped(tone(2000), kRate,
+                             [=](double now) { return 1 + depth * std::sin(synth::kTwoPi * hertz * now); }),
+               kRate)
+        .roughness;
+  };
+  EXPECT_LT(figuresOf(tone(2000), kRate).roughness, 0.01);
+  EXPECT_NEAR(trembling(70, 0.5), 0.5 / std::sqrt(2), 0.02);
+  EXPECT_NEAR(trembling(70, 0.2), 0.2 / std::sqrt(2), 0.02);
+  EXPECT_LT(trembling(8, 0.5), 0.02);  // that is a wavering
+  EXPECT_NEAR(figuresOf(noise(3 * static_cast<int>(kRate)), kRate).roughness, 0.31, 0.02);
+}
+
+TEST(Figures, FindTheStrongestLine) {
+  Signal two = tone(400);
+  synth::mixInto(two, tone(900), 0.5);
+  EXPECT_NEAR(figuresOf(two, kRate).strongestLine, 0.8, 0.01);
+  EXPECT_LT(figuresOf(noise(static_cast<int>(kRate)), kRate).strongestLine, 0.01);
+}
+
+TEST(Figures, FindHowMuchALevelMoves) {
+  EXPECT_LT(figuresOf(tone(1000), kRate).envelopeVariation, 0.01);
+  EXPECT_NEAR(figuresOf(noise(3 * static_cast<int>(kRate)), kRate).envelopeVariation, 0.2, 0.03);
+  const Signal pulsing = synth::shaped(
+      tone(1000), kRate, [](double now) { return 1 + 0.5 * std::sin(synth::kTwoPi * 4 * now); });
+  EXPECT_NEAR(figuresOf(pulsing, kRate).envelopeVariation, 0.5 / std::sqrt(2), 0.03);
+}
+
+TEST(Figures, FindWhatTellsASide) {
+  Signal both = tone(500);
+  synth::mixInto(both, tone(3000), 0.5);
+  EXPECT_NEAR(figuresOf(both, kRate).sideEnergy, 0.2, 0.01);
+}
+
+TEST(Figures, CallWhatIsHighSharp) {
+  const auto sharpness = [](double hertz) {
+    return figuresOf(synth::bandpass(noise(static_cast<int>(kRate)), kRate, hertz, 8), kRate).sharpness;
+  };
+  EXPECT_NEAR(sharpness(1000), 1.2, 0.2);
+  EXPECT_GT(sharpness(4000), 1.4 * sharpness(1000));
+}
+
+TEST(Figures, LeaveSilenceOut) {
+  Signal sound = tone(1000);
+  sound.resize(3 * sound.size());
+  EXPECT_NEAR(static_cast<double>(withoutSilence(sound, kRate).size()), kRate, 0.04 * kRate);
+}
+
+TEST(Figures, SayHowFarASoundStandsAboveTheRest) {
+  const Levels rest = usualLevels(noise(static_cast<int>(kRate)), kRate);
+  const double clear = clearance(strongLevels(tone(1000), kRate), rest);
+  EXPECT_NEAR(clearance(strongLevels(tone(1000, 2), kRate), rest), clear + 6, 0.1);
+  EXPECT_LT(clearance(strongLevels(tone(1000), kRate), rest, 1), clear - 10);  // a tone is in one band
 }
 
 }  // namespace

@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numeric>
 #include <random>
 #include <string>
 
 #include "checks.h"
+#include "hearing/din.h"
+#include "hearing/figures.h"
 #include "hearing/spectrogram.h"
 #include "recipes/engine_models.h"
 #include "spectrum.h"
@@ -42,19 +45,41 @@ class EngineTapes : public testing::TestWithParam<EngineTape> {
     return test::stretch(sound_, static_cast<std::size_t>(GetParam().step * revs / 2),
                          static_cast<std::size_t>(seconds * kRate));
   }
-  /// Pitch measured over 0.2 s: the lag at which the sound is most like itself,
-  /// looked for around the one that the tape's law gives.
-  double pitch(double revs) const {
-    const Signal sound = from(revs, 0.2);
-    const double middle = revs + 0.1 * kRate * 2 / GetParam().step;
-    // Over a few periods, so that a part of a sample matters less; the orders of
-    // the ten-cylinder engine repeat every third period of its pitch only.
-    const int periods = GetParam().name == "vorn30" ? 3 : 2;
-    const double expected = periods * kRate / pitchAt(GetParam(), middle);
+  /// Pitch in shares of the law's, measured over two cycles and a half of the cylinders, 0.2 s at
+  /// least: the lag at which the sound is most like itself, looked for around a whole cycle,
+  /// since no two cylinders fire alike. The law's own rise is taken out first.
+  double pitchByTheLaw(double revs) const {
+    const Signal sound = from(revs, secondsMeasured(revs));
+    Signal level;
+    double periods = 0;
+    for (std::size_t i = 0; i + 1 < sound.size(); ++i) {
+      const double next = periods + lawAt(revs, static_cast<double>(i) / kRate) / kRate;
+      for (auto wanted = static_cast<double>(level.size()) / kFramesAPeriod; wanted < next;
+           wanted = static_cast<double>(level.size()) / kFramesAPeriod) {
+        const double share = (wanted - periods) / (next - periods);
+        level.push_back((1 - share) * sound[i] + share * sound[i + 1]);
+      }
+      periods = next;
+    }
+    const double expected = firingsInACycle() * kFramesAPeriod;
     double best = expected;
-    for (const double step : {0.005, 0.001, 0.0002}) best = mostAlike(sound, best, step * expected);
-    return periods * kRate / best;
+    for (const double step : {0.005, 0.001, 0.0002}) best = mostAlike(level, best, step * expected);
+    return expected / best;
   }
+  /// The same in hertz.
+  double pitch(double revs) const { return pitchByTheLaw(revs) * lawAt(revs, secondsMeasured(revs) / 2); }
+  double secondsMeasured(double revs) const {
+    return std::max(0.2, 2.5 * firingsInACycle() / pitchAt(GetParam(), revs));
+  }
+  double lawAt(double revs, double seconds) const {
+    return pitchAt(GetParam(), revs + seconds * kRate * 2 / GetParam().step);
+  }
+  double firingsInACycle() const {
+    static const std::map<std::string_view, int> kFirings{{"vorn1", 8},  {"vorn30", 10}, {"vorn31", 4},
+                                                          {"vorn32", 6}, {"vorn33", 8},  {"vorn34", 4}};
+    return kFirings.at(GetParam().name);
+  }
+  static constexpr double kFramesAPeriod = 200;
 
   /// The lag within twelve steps of `around` at which `sound` is most like itself.
   static double mostAlike(const Signal& sound, double around, double step) {
@@ -81,15 +106,19 @@ TEST_P(EngineTapes, RiseInPitch) {
 
 TEST_P(EngineTapes, FollowTheirLaw) {
   for (int revs = 10; revs <= 94; revs += 12) {
-    const double middle = revs + 0.1 * kRate * 2 / GetParam().step;
-    EXPECT_NEAR(pitch(revs) / pitchAt(GetParam(), middle), 1, 0.025) << revs;
+    EXPECT_NEAR(pitchByTheLaw(revs), 1, 0.005) << revs;
   }
 }
 
 TEST_P(EngineTapes, StayAtFullRevolutionsToTheLastByteThatIsPlayed) {
   const double full = GetParam().idleHertz * GetParam().ratio;
-  for (const double revs : {97.0, 100.0, 102.0}) EXPECT_NEAR(pitch(revs) / full, 1, 0.005) << revs;
+  for (const double revs : {100.0, 102.0}) EXPECT_NEAR(pitch(revs) / full, 1, 0.005) << revs;
   EXPECT_LT(largestPositionPlayed(GetParam().name), static_cast<int>(2 * sound_.size()));
+}
+
+// Ten miles an hour below the top have to be heard. Measured: 1.3 % below (truck) and more.
+TEST_P(EngineTapes, RiseUpToFullRevolutions) {
+  EXPECT_LT(pitch(92), 0.99 * GetParam().idleHertz * GetParam().ratio);
 }
 
 TEST_P(EngineTapes, RiseInBrightness) {
@@ -120,14 +149,40 @@ double roomAbove(double lowest, const Signal& sound) {
   return test::decibels(*std::max_element(thirds.begin(), thirds.end()) / cues.front());
 }
 
-// Measured: 28 dB (truck, rally four) to 63; above 3.5 kHz, for its whine may rise into the band, the turbine
-// 48 and more.
+bool isPiston(const EngineTape& tape) {
+  return tape.name != "vorn34";
+}
+
+// Measured: 25.0 dB (rally four at rest, two-stroke at 60 %) to 42; at full revolutions 27.8 (rally four)
+// to 36.
 TEST_P(EngineTapes, LeaveTheCuesTheirBand) {
-  const bool whines = GetParam().name == "vorn34";
   for (const double revs : {5.0, 30.0, 60.0, 100.0}) {
-    const double room = roomAbove(whines ? 3500 : 1500, from(revs, 0.2));
-    EXPECT_GE(room, whines ? 20 : 25) << revs;
+    EXPECT_GE(roomAbove(1500, from(revs, 0.2)), revs == 100 ? 27 : 24.9) << revs;
   }
+}
+
+// Measured: at most 34 dB (ten-cylinder at rest); by a steeper edge up to 57, which sounds as under a
+// blanket.
+TEST_P(EngineTapes, AreNotMuffledBelowFullRevolutions) {
+  if (!isPiston(GetParam())) return;
+  for (const double revs : {5.0, 30.0, 60.0}) EXPECT_LE(roomAbove(1500, from(revs, 0.2)), 35) << revs;
+}
+
+hearing::Figures figuresAtFull(const Signal& tape, const EngineTape& law) {
+  return hearing::figuresOf(hearing::steadyEngine(tape, static_cast<std::size_t>(law.step) * 100 / 2), kRate);
+}
+
+// A lap is mostly driven there. Measured: roughness 0.25 (two-stroke) to 0.40 (truck), the turbine 0.15;
+// recorded engines have 0.19 to 0.39.
+TEST_P(EngineTapes, AreRoughAtFullRevolutions) {
+  const double roughness = figuresAtFull(sound_, GetParam()).roughness;
+  EXPECT_GE(roughness, isPiston(GetParam()) ? 0.2 : 0.1);
+  EXPECT_LE(roughness, 0.42);
+}
+
+// Measured: 0.25 (rally four) to 0.38 (turbine); a V8 of eight equal cylinders 0.64.
+TEST_P(EngineTapes, AreNoSingleToneAtFullRevolutions) {
+  EXPECT_LE(figuresAtFull(sound_, GetParam()).strongestLine, 0.42);
 }
 
 TEST_P(EngineTapes, StartFromZero) {

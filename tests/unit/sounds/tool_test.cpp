@@ -115,8 +115,19 @@ TEST_F(SoundTool, ReportsOnTheSounds) {
   EXPECT_EQ(count("src=\"data:image/png;base64,iVBORw0KGgo"), 108);  // the signature of PNG
   EXPECT_EQ(count("<svg class=\"seam\""), loops);
   EXPECT_EQ(count(" LUFS"), 108);
+  EXPECT_EQ(count("<svg class=\"figures\""), 108);
+  EXPECT_EQ(count("<br>clear by "), 71);
+  EXPECT_EQ(count(" from <a href=\"#vorn1t"), 71);
   EXPECT_EQ(count("<table class=\"distances\">"), 10);
   EXPECT_EQ(count("src="), 108);  // nothing from elsewhere
+}
+
+TEST_F(SoundTool, SaysTheFiguresOfASound) {
+  const Outcome outcome = run("$TOOL " VORN_SOUNDS_FOLDER " --figures --only vorn9 --only vorn1t3");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 2);
+  EXPECT_THAT(outcome.output, HasSubstr("vorn9    roughness 0."));
+  EXPECT_THAT(outcome.output, Not(HasSubstr("clear by")));  // that takes engines and walls
 }
 
 TEST_F(SoundTool, SaysWhyThereIsNoReport) {

@@ -195,7 +195,8 @@ Audio tyres(const Recording& recording) {
   mixInto(sound, bandpass(grit, rate, drifting(recording, "middle", 1120), 34, Ends::kMeeting), 4.5);
   mixInto(sound, bandpass(grit, rate, drifting(recording, "high", 1650), 36, Ends::kMeeting), 3);
   sound = steepHighpass(sound, rate, 450, Ends::kMeeting);
-  return lowpass(sound, rate, 2800, 0.7, Ends::kMeeting);
+  // The cues' band begins where it ends.
+  return steepLowpass(sound, rate, 2000, Ends::kMeeting);
 }
 
 /// Metal dragged along concrete: a shower of small impacts.

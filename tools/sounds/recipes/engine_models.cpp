@@ -17,8 +17,8 @@ using namespace synth;  // recipes are written in its words
 
 constexpr std::array kTapes{
     EngineTape{"vorn1", 2001, 40, 10},   EngineTape{"vorn30", 2017, 75, 12},
-    EngineTape{"vorn31", 1010, 80, 3.2}, EngineTape{"vorn32", 842, 40, 2.55},
-    EngineTape{"vorn33", 1675, 80, 7},   EngineTape{"vorn34", 2444, 180, 8.3},
+    EngineTape{"vorn31", 1010, 80, 3.2}, EngineTape{"vorn32", 842, 40, 2.6},
+    EngineTape{"vorn33", 1675, 80, 7},   EngineTape{"vorn34", 2444, 180, 6.1},
 };
 constexpr int kTapeBytesASecond = 2 * 22050;
 
@@ -41,21 +41,29 @@ Course courseOf(const Run& run, const EngineTape& tape) {
   return course;
 }
 
-/// A firing: when (in samples), the how-manieth, and the load at that moment.
+/// One cylinder of a cycle: by how much it fires late (a share of the interval between two), and how hard.
+/// No two are alike: that is the roughness of an engine.
+struct Cylinder {
+  double late;
+  double strength;
+};
+
+/// A firing: when (in samples), how hard, and the load at that moment.
 struct Firing {
   double place;
-  int number;
+  double strength;
   double load;
 };
 
-std::vector<Firing> firingsOf(const Course& course) {
+std::vector<Firing> firingsOf(const Course& course, std::span<const Cylinder> cycle) {
   std::vector<Firing> firings;
   for (std::size_t i = 1; i < course.periods.size(); ++i) {
     const double whole = std::floor(course.periods[i]);
     if (whole <= course.periods[i - 1]) continue;
-    const double step = course.periods[i] - course.periods[i - 1];
-    firings.push_back({static_cast<double>(i) - (course.periods[i] - whole) / step, static_cast<int>(whole),
-                       course.load[i]});
+    const double interval = 1 / (course.periods[i] - course.periods[i - 1]);
+    const Cylinder& own = cycle[static_cast<std::size_t>(whole) % cycle.size()];
+    firings.push_back({static_cast<double>(i) - (course.periods[i] - whole - own.late) * interval,
+                       own.strength, course.load[i]});
   }
   return firings;
 }
@@ -109,9 +117,13 @@ Signal breath(Run& run, const Signal& push, double hertz, double quality) {
   return bandpass(air, run.rate, hertz, quality);
 }
 
-/// Takes out what lies under hearing and what would lie in the cues' band.
-Signal kept(const Signal& signal, double rate, double lowHertz, double highHertz) {
-  return steepLowpass(highpass(signal, rate, lowHertz), rate, highHertz);
+/// Takes out what lies under hearing, and all the more of the cues' band the nearer the
+/// engine is to full load: a slow engine would sound muffled without any of it.
+Signal muffled(const Signal& signal, const Run& run, const Course& course, double lowHertz, double highAtRest,
+               double highAtFull) {
+  const Contour edge = growing(run, course, highAtRest, highAtFull);
+  const Contour upper = [&edge](double seconds) { return 1.5 * edge(seconds); };
+  return lowpass(lowpass(highpass(signal, run.rate, lowHertz), run.rate, edge), run.rate, upper);
 }
 
 /// A sum of partials at given multiples of the pitch.
@@ -156,72 +168,74 @@ double pitchAt(const EngineTape& tape, double revs) {
 Signal stockCar(Run run) {
   // Two banks share four exhaust pipes unevenly: the eight firings of a cycle
   // differ, which gives the half and quarter orders of the burble.
-  constexpr std::array kCylinders{1.0, 0.62, 0.88, 0.50, 0.95, 0.58, 0.72, 0.82};
+  constexpr std::array kCycle{Cylinder{0, 1},        Cylinder{0.15, 0.45},   Cylinder{-0.09, 0.85},
+                              Cylinder{0.21, 0.35},  Cylinder{-0.045, 0.95}, Cylinder{0.18, 0.4},
+                              Cylinder{-0.15, 0.65}, Cylinder{0.075, 0.75}};
   const Course course = courseOf(run, engineTape("vorn1"));
-  const std::vector<Firing> firings = firingsOf(course);
-  const Signal push = pushes(run, firings, [&](const Firing& firing) {
-    const double own = kCylinders[static_cast<std::size_t>(firing.number) % kCylinders.size()];
-    const double uneven = grown(1, 0.45, firing.load);
-    const double chance = 1 + 0.05 * run.noise.next();
-    return Push{(1 - uneven * (1 - own)) * chance, grown(0.0011, 0.00042, firing.load)};
+  const Signal push = pushes(run, firingsOf(course, kCycle), [&](const Firing& firing) {
+    return Push{firing.strength * (1 + 0.03 * run.noise.next()), grown(0.0009, 0.00042, firing.load)};
   });
   const Signal open = highpass(push, run.rate, 35);
   Signal sound = open;
   mixInto(sound, bandpass(open, run.rate, 120, 1.2), 0.8);
-  mixGrowing(sound, bandpass(open, run.rate, 350, 2), course, 1.2, 2.2);
-  mixGrowing(sound, bandpass(open, run.rate, 760, 3), course, 0.7, 2.4);
-  mixInto(sound, breath(run, push, 420, 0.6), 0.3);
+  mixGrowing(sound, bandpass(open, run.rate, 350, 2), course, 1.2, 0.7);
+  mixGrowing(sound, bandpass(open, run.rate, 680, 2), course, 0.7, 2.4);
+  mixInto(sound, breath(run, push, 420, 0.6), 0.2);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 1.6);
-  return kept(sound, run.rate, 40, 1150);
+  return muffled(sound, run, course, 40, 2300, 1100);
 }
 
 Signal racingTen(Run run) {
-  // The pitch is the third order of the crank.
-  constexpr std::array kOrders{Order{1.0 / 3, 0.30}, Order{2.0 / 3, 0.42}, Order{1, 1},
-                               Order{4.0 / 3, 0.22}, Order{5.0 / 3, 0.14}, Order{2, 0.30},
-                               Order{3, 0.16},       Order{4, 0.08}};
+  // The pitch is that of the firings; what the ten differ by stands between, near the thirds.
+  constexpr std::array kOrders{Order{0.3, 0.30}, Order{0.7, 0.40}, Order{1, 0.7}, Order{1.3, 0.40},
+                               Order{1.7, 0.26}, Order{2, 0.24},   Order{3, 0.12}};
+  constexpr std::array kCycle{Cylinder{0, 1},       Cylinder{0.18, 0.4},   Cylinder{-0.12, 0.9},
+                              Cylinder{0.20, 0.25}, Cylinder{-0.08, 0.95}, Cylinder{-0.2, 0.5},
+                              Cylinder{0.14, 0.3},  Cylinder{0.02, 1},     Cylinder{-0.16, 0.35},
+                              Cylinder{0.1, 0.7}};
   const Course course = courseOf(run, engineTape("vorn30"));
-  // Low orders carry the engine at rest, the third takes over as it rises.
   Signal sound = orders(course, kOrders, [](const Order& order, double load) {
-    const double tilt = order.multiple < 1 ? grown(2.0, 0.6, load) : grown(0.8, 1, load);
+    const double tilt = order.multiple < 1 ? grown(2.0, 1, load) : grown(0.8, 1, load);
     return order.strength * tilt;
   });
-  const Signal push = pushes(run, firingsOf(course), [&](const Firing& firing) {
-    return Push{1 + 0.04 * run.noise.next(), grown(0.0008, 0.0002, firing.load)};
+  const Signal push = pushes(run, firingsOf(course, kCycle), [&](const Firing& firing) {
+    return Push{firing.strength, grown(0.0008, 0.0003, firing.load)};
   });
+  const Signal open = highpass(push, run.rate, 60);
+  mixGrowing(sound, withPeak(open, 1), course, 1, 4.5);
   mixInto(sound, breath(run, push, 700, 0.8), 0.10);
-  mixInto(sound, bandpass(sound, run.rate, 900, 2), 0.9);
-  saturate(sound, 0.7);
-  return kept(sound, run.rate, 40, 1250);
+  saturate(sound, 0.4);
+  return muffled(muffled(sound, run, course, 40, 2600, 1250), run, course, 40, 2600, 1250);
 }
 
 Signal rallyFour(Run run) {
-  constexpr std::array kCylinders{1.0, 0.86, 0.97, 0.80};
+  constexpr std::array kCycle{Cylinder{0, 1}, Cylinder{0.08, 0.7}, Cylinder{-0.05, 0.95},
+                              Cylinder{0.11, 0.5}};
   const Course course = courseOf(run, engineTape("vorn31"));
-  const Signal push = pushes(run, firingsOf(course), [&](const Firing& firing) {
-    const double own = kCylinders[static_cast<std::size_t>(firing.number) % kCylinders.size()];
-    return Push{own * (1 + 0.10 * run.noise.next()), grown(0.00040, 0.00028, firing.load)};
+  const Signal push = pushes(run, firingsOf(course, kCycle), [&](const Firing& firing) {
+    return Push{firing.strength * (1 + 0.03 * run.noise.next()), grown(0.00040, 0.00028, firing.load)};
   });
   const Signal open = highpass(push, run.rate, 60);
-  Signal sound;
-  sound.assign(open.begin(), open.end());
+  Signal sound = open;
   scale(sound, 0.5);
-  mixGrowing(sound, bandpass(open, run.rate, growing(run, course, 560, 1060), 3), course, 1.3, 3.6);
-  mixInto(sound, bandpass(open, run.rate, 260, 2), 0.7);
-  mixInto(sound, breath(run, push, 800, 1), 0.35);
+  mixGrowing(sound, bandpass(open, run.rate, growing(run, course, 640, 1060), 3), course, 1.3, 3.0);
+  mixInto(sound, bandpass(open, run.rate, 170, 0.8), 0.7);
+  mixInto(sound, breath(run, push, 800, 1), 0.2);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 2.5);
-  return kept(sound, run.rate, 60, 1150);
+  // Voices have their first formant where others have their body.
+  sound = peaking(sound, run.rate, 390, 0.8, -6);
+  return muffled(sound, run, course, 60, 1080, 1150);
 }
 
 Signal dieselTruck(Run run) {
-  constexpr std::array kCylinders{1.0, 0.88, 0.94, 0.84, 0.97, 0.90};
+  constexpr std::array kCycle{Cylinder{0, 1},    Cylinder{0, 0.88}, Cylinder{0, 0.94},
+                              Cylinder{0, 0.84}, Cylinder{0, 0.97}, Cylinder{0, 0.90}};
   const Course course = courseOf(run, engineTape("vorn32"));
-  const std::vector<Firing> firings = firingsOf(course);
+  const std::vector<Firing> firings = firingsOf(course, kCycle);
   const Signal push = pushes(run, firings, [&](const Firing& firing) {
-    const double own = kCylinders[static_cast<std::size_t>(firing.number) % kCylinders.size()];
-    return Push{own * (1 + 0.03 * run.noise.next()), grown(0.0016, 0.0011, firing.load)};
+    return Push{firing.strength * (1 + 0.03 * run.noise.next()), grown(0.0016, 0.0011, firing.load)};
   });
   // The knock: each firing rattles the block for a few milliseconds.
   const Signal knocks = pushes(run, firings, [&](const Firing& firing) {
@@ -236,48 +250,45 @@ Signal dieselTruck(Run run) {
   mixInto(sound, bandpass(knocks, run.rate, 480, 3), 1.2);
   mixInto(sound, bandpass(rattle, run.rate, 520, 1.5), 0.6);
   mixInto(sound, bandpass(rattle, run.rate, 1000, 2), 0.5);
-  sound = kept(withPeak(std::move(sound), 1), run.rate, 40, 1200);
+  sound = muffled(withPeak(std::move(sound), 1), run, course, 40, 1200, 1200);
   const double seconds = run.frames / run.rate;
   mixInto(sound, sine(run.rate, seconds, growing(run, course, 1100, 2600)), 0.004);
   return sound;
 }
 
 Signal twoStroke(Run run) {
+  // Every other charge is badly scavenged and burns weakly, some a little more so.
+  constexpr std::array kCycle{Cylinder{0, 1},       Cylinder{0.08, 0.35},  Cylinder{0.02, 0.8},
+                              Cylinder{0.16, 0.15}, Cylinder{-0.06, 0.95}, Cylinder{0.12, 0.5},
+                              Cylinder{-0.1, 0.65}, Cylinder{0.1, 0.25}};
   const Course course = courseOf(run, engineTape("vorn33"));
-  const Signal push = pushes(run, firingsOf(course), [&](const Firing& firing) {
+  const Signal push = pushes(run, firingsOf(course, kCycle), [&](const Firing& firing) {
     // At rest it fires when it likes.
     const bool misses = run.noise.chance(0.2 * (1 - std::min(1.0, 6 * firing.load)));
-    return Push{misses ? 0.55 : 1 + 0.12 * run.noise.next(), grown(0.00026, 0.00022, firing.load)};
+    return Push{misses ? 0.55 : firing.strength * (1 + 0.04 * run.noise.next()),
+                grown(0.00026, 0.00022, firing.load)};
   });
   const Signal open = highpass(push, run.rate, 70);
   Signal sound = open;
-  scale(sound, 0.35);
-  mixGrowing(sound, bandpass(open, run.rate, growing(run, course, 420, 1000), 3.5), course, 1.8, 3.4);
-  mixInto(sound, bandpass(open, run.rate, growing(run, course, 800, 1120), 5), 0.8);
-  mixInto(sound, breath(run, push, 900, 1.2), 0.5);
+  scale(sound, 0.5);
+  // The expansion chamber has its pitch, whatever the engine does.
+  mixGrowing(sound, bandpass(open, run.rate, 500, 2.5), course, 1.4, 0.3);
+  mixGrowing(sound, bandpass(open, run.rate, 840, 2.5), course, 1.0, 3.6);
+  mixInto(sound, breath(run, push, 900, 1.2), 0.3);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 2);
-  // Twice, since its third harmonic comes close to what must be kept free.
-  return kept(kept(sound, run.rate, 70, 1250), run.rate, 70, 1250);
+  return muffled(sound, run, course, 70, 1300, 1030);
 }
 
 Signal turbine(Run run) {
-  constexpr std::array kOrders{Order{1, 1},
-                               Order{1.5, 0.5},
-                               Order{0.5, 0.30},
-                               Order{11.0 / 12, 0.12},
-                               Order{13.0 / 12, 0.12},
-                               Order{0.75, 0.10},
-                               Order{1.25, 0.10},
-                               Order{17.0 / 12, 0.06}};
+  // What meshes in the gearbox: pairs of teeth that beat with each other.
+  constexpr std::array kOrders{Order{0.5, 0.55}, Order{0.511, 0.2}, Order{0.75, 0.3}, Order{0.758, 0.2},
+                               Order{1, 0.8},    Order{1.013, 0.2}, Order{1.25, 0.25}};
   const Course course = courseOf(run, engineTape("vorn34"));
-  Signal sound = orders(course, kOrders, [](const Order& order, double load) {
-    const double high = order.multiple > 1 ? grown(1, 0.35, load) : 1;
-    return order.strength * high;
-  });
+  Signal sound = orders(course, kOrders, [](const Order& order, double) { return order.strength; });
   const Signal air = white(run.noise, run.frames);
-  mixInto(sound, bandpass(air, run.rate, growing(run, course, 450, 1400), 0.7), 0.22);
-  return steepLowpass(highpass(sound, run.rate, 60), run.rate, 2600);
+  mixInto(sound, bandpass(air, run.rate, growing(run, course, 450, 1000), 0.7), 0.22);
+  return muffled(sound, run, course, 60, 1900, 1300);
 }
 
 }  // namespace vorn::sounds

@@ -25,7 +25,7 @@ const EngineTape& engineTape(std::string_view name);
 
 /// Below this many percent the tape idles, above the other it is at full revolutions.
 constexpr double kIdleUpTo = 3;
-constexpr double kFullFrom = 97;
+constexpr double kFullFrom = 100;
 
 /// Percent of revolutions recorded at `seconds` of the tape.
 double revsAt(const EngineTape& tape, double seconds);

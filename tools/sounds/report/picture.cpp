@@ -88,6 +88,19 @@ std::string seam(const synth::Signal& loop, std::size_t framesEachSide) {
       "seam", fmt::format("<path d=\"M{0} 0V{1}\"/><polyline points=\"{2}\"/>", kWidth / 2, kHeight, points));
 }
 
+std::string bars(const std::vector<Bar>& values) {
+  const double height = static_cast<double>(kHeight) / static_cast<double>(values.size());
+  std::string content;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const double top = height * static_cast<double>(i),
+                 share = std::clamp(values[i].value / values[i].full, 0.0, 1.0);
+    content += fmt::format(
+        "<rect y=\"{:.1f}\" width=\"{:.1f}\" height=\"{:.1f}\"/><text x=\"3\" y=\"{:.1f}\">{}</text>",
+        top + 1, kWidth * share, height - 2, top + 0.75 * height, values[i].name);
+  }
+  return drawing("figures", content);
+}
+
 GreyImage spectrogramImage(synth::Signal signal, double rate, synth::Ends ends) {
   constexpr double kWindow = 0.02;  // seconds
   const double hop = static_cast<double>(signal.size()) / rate / kWidth;

@@ -27,6 +27,13 @@ std::string waveform(const synth::Signal& signal);
 /// scaled to the strongest of them, or to a fiftieth of the loop's peak where they are quieter.
 std::string seam(const synth::Signal& loop, std::size_t framesEachSide);
 
+/// A bar a value under its name, the way from 0 to `full` all across.
+struct Bar {
+  std::string name;
+  double value, full;
+};
+std::string bars(const std::vector<Bar>& values);
+
 /// Power over time and frequency up to half the rate, over 70 dB.
 GreyImage spectrogramImage(synth::Signal signal, double rate, synth::Ends ends);
 

@@ -6,12 +6,12 @@
 #include <fstream>
 #include <map>
 #include <optional>
-#include <sndfile.hh>
 #include <stdexcept>
 
 #include "finish.h"
 #include "hearing/fingerprint.h"
 #include "hearing/spectrogram.h"
+#include "judge.h"
 #include "picture.h"
 #include "recipes/track_cues.h"
 
@@ -22,26 +22,6 @@ using sounds::Play;
 using sounds::Recipe;
 
 constexpr double kSeamSeconds = 0.01;
-
-struct Sound {
-  const Recipe* recipe;
-  int rate;
-  synth::Channels channels;
-  const synth::Signal& shown() const { return channels.front(); }
-};
-
-Sound readSound(const Recipe& recipe, const std::string& folder) {
-  const std::string path = folder + "/" + soundFileName(recipe.name);
-  SndfileHandle file(path);
-  if (file.error() != SF_ERR_NO_ERROR || file.channels() < 1 || file.frames() < 1)
-    throw std::runtime_error(path + ": " + file.strError());
-  const auto channels = static_cast<std::size_t>(file.channels());
-  std::vector<double> samples(static_cast<std::size_t>(file.frames()) * channels);
-  file.readf(samples.data(), file.frames());
-  Sound sound{&recipe, file.samplerate(), synth::Channels(channels)};
-  for (std::size_t i = 0; i < samples.size(); ++i) sound.channels[i % channels].push_back(samples[i]);
-  return sound;
-}
 
 double decibels(double gain) {
   return 20 * std::log10(gain + 1e-10);
@@ -67,17 +47,35 @@ std::string seamOf(const Sound& sound) {
                      100 * jumpAtSeam(sound.shown()));
 }
 
-std::string rowOf(const Sound& sound) {
+/// The figures, and where they have one the place in the company they are heard in.
+std::string figuresOf(const Judgement& judgement) {
+  const hearing::Figures& figures = judgement.figures;
+  std::string cell =
+      bars({{fmt::format("roughness {:.2f}", figures.roughness), figures.roughness, 1},
+            {fmt::format("strongest line {:.0f} %", 100 * figures.strongestLine), figures.strongestLine, 1},
+            {fmt::format("envelope {:.2f}", figures.envelopeVariation), figures.envelopeVariation, 2},
+            {fmt::format("side {:.0f} %", 100 * figures.sideEnergy), figures.sideEnergy, 1},
+            {fmt::format("sharpness {:.2f}", figures.sharpness), figures.sharpness, 3}});
+  if (judgement.clear) cell += fmt::format("<br>clear by {:.1f} dB", *judgement.clear);
+  if (judgement.neighbour) {
+    cell += fmt::format("<br>{0:.2f} from <a href=\"#vorn1t{1}\">vorn1t{1}</a> on {2}",
+                        judgement.neighbour->distance, judgement.neighbour->cue, judgement.neighbour->track);
+  }
+  return cell;
+}
+
+std::string rowOf(const Sound& sound, const Judgement& judgement) {
   const std::string name(sound.recipe->name);
   const auto ends = sound.recipe->play == Play::kLoop ? synth::Ends::kMeeting : synth::Ends::kOpen;
   double peak = 0;
   for (const synth::Signal& channel : sound.channels) peak = std::max(peak, synth::peakOf(channel));
   return fmt::format(
       "<tr id=\"{0}\"><th>{0}<p>{1}</p><p>{2:.2f} s, {3} Hz<br>{4}<br>peak {5:.1f} dB</p></th>"
-      "<td>{6}</td><td>{7}</td>{8}</tr>\n",
+      "<td>{6}</td><td>{7}</td><td>{8}</td>{9}</tr>\n",
       name, sound.recipe->what, static_cast<double>(sound.shown().size()) / sound.rate, sound.rate,
       loudnessOf(sound), decibels(peak), waveform(sound.shown()),
-      imageOf(spectrogramImage(sound.shown(), sound.rate, ends), "spectrogram of " + name), seamOf(sound));
+      imageOf(spectrogramImage(sound.shown(), sound.rate, ends), "spectrogram of " + name),
+      figuresOf(judgement), seamOf(sound));
 }
 
 std::string cueName(int cue) {
@@ -126,7 +124,7 @@ constexpr std::string_view kHead = R"(<!DOCTYPE html>
 <html lang="en"><head><meta charset="utf-8"><title>The sounds of the game</title><style>
 body{font:13px sans-serif;margin:1em} table{border-collapse:collapse} th{font-weight:normal;text-align:left}
 td,th{padding:3px 6px;vertical-align:top;border-bottom:1px solid #ddd} p{margin:2px 0}
-path{stroke:#246;fill:none} polyline{stroke:#246;fill:none} .seam path{stroke:#d33} svg{background:#f4f4f4}
+path{stroke:#246;fill:none} polyline{stroke:#246;fill:none} .seam path{stroke:#d33} svg{background:#f4f4f4} rect{fill:#bcd} text{font-size:11px}
 .distances td{text-align:center}
 </style></head><body><h1>The sounds of the game</h1>
 )";
@@ -134,21 +132,24 @@ path{stroke:#246;fill:none} polyline{stroke:#246;fill:none} .seam path{stroke:#d
 }  // namespace
 
 void writeReport(std::span<const Recipe* const> recipes, const std::string& folder, const std::string& path) {
+  std::vector<Sound> all;
+  for (const Recipe* recipe : recipes) all.push_back(readSound(*recipe, folder));
+  const auto judgements = judged(all);
   std::string rows;
   std::map<int, hearing::Fingerprint> prints;
-  for (const Recipe* recipe : recipes) {
-    const Sound sound = readSound(*recipe, folder);
-    rows += rowOf(sound);
-    if (recipe->name.starts_with("vorn1t")) {
-      prints[std::stoi(std::string(recipe->name.substr(6)))] =
-          hearing::fingerprintOf(sound.shown(), sound.rate);
+  for (const Sound& sound : all) {
+    const std::string_view name = sound.recipe->name;
+    rows += rowOf(sound, judgements.at(name));
+    if (name.starts_with("vorn1t")) {
+      prints[std::stoi(std::string(name.substr(6)))] = hearing::fingerprintOf(sound.shown(), sound.rate);
     }
   }
   // The two voices of the pit are no cues.
   prints.erase(72);
   prints.erase(73);
   std::ofstream page(path, std::ios::binary);
-  page << kHead << "<table><tr><th>sound</th><th>course</th><th>spectrogram, to half the rate</th>"
+  page << kHead
+       << "<table><tr><th>sound</th><th>course</th><th>spectrogram, to half the rate</th><th>figures</th>"
        << "<th>seam, 10 ms each side</th></tr>\n"
        << rows << "</table>\n";
   if (areAllCuesIn(prints)) page << tracksChapter(prints);

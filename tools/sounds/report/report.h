@@ -1,5 +1,5 @@
 /// A page on which a person looks a set of sounds over: each sound's course,
-/// spectrogram, loudness and seam, and how far apart the cues of each track are.
+/// spectrogram, loudness, figures and seam, and how far apart the cues of each track are.
 #pragma once
 
 #include <span>
@@ -10,7 +10,7 @@
 namespace vorn::report {
 
 /// Writes the page about the files of `recipes` in `folder` to `path`, everything
-/// in the one file. Takes a few seconds. The distances are there when all cues are
+/// in the one file. Takes half a minute. The distances are there when all cues are
 /// among the recipes. Throws `std::runtime_error` for a file that cannot be read or written.
 void writeReport(std::span<const sounds::Recipe* const> recipes, const std::string& folder,
                  const std::string& path);
