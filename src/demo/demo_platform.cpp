@@ -59,7 +59,7 @@ class OverheardVoice : public Voice {
   void doSetRate(int rate) override { inner_->setRate(rate); }
   void doSpeak(const std::string& text, int flags) override {
     if (text.find_first_not_of(' ') != std::string::npos) {
-      captions_ << utf8FromWindows1252(text) << std::endl;
+      captions_ << printableUtf8(text) << std::endl;
       driver_.hear(text);
     }
     inner_->Speak(text, flags);

@@ -105,19 +105,6 @@ Library& library() {
   return theLibrary;
 }
 
-std::string speakable(const std::string& text) {
-  constexpr unsigned char kFirstPrintable = 0x20, kDelete = 0x7F;
-  std::string out = text;
-  for (char& c : out) {
-    const auto code = static_cast<unsigned char>(c);
-    const bool isUndefined = std::string_view("\x81\x8D\x8F\x90\x9D").find(c) != std::string_view::npos;
-    if (code < kFirstPrintable || code == kDelete || isUndefined) {
-      c = ' ';
-    }
-  }
-  return utf8FromWindows1252(out);
-}
-
 }  // namespace
 
 int wordsAMinute(int rate) {
@@ -143,7 +130,7 @@ void EspeakSynth::speak(const std::string& text, const SpeechSettings& settings,
   espeak_SetVoiceByName(opened.voices[static_cast<std::size_t>(settings.voice)].identifier.c_str());
   espeak_SetParameter(espeakRATE, wordsAMinute(settings.rate), 0);
   espeak_SetParameter(espeakVOLUME, settings.volume, 0);
-  const std::string utf8 = speakable(text);
+  const std::string utf8 = printableUtf8(text);
   Request request{sink, sampleRate_ * kSilenceInFrontMs / 1000};
   espeak_Synth(utf8.c_str(), utf8.size() + 1, 0, POS_CHARACTER, 0, espeakCHARS_UTF8, nullptr, &request);
 }

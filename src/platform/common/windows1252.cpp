@@ -1,6 +1,7 @@
 #include "platform/common/windows1252.h"
 
 #include <array>
+#include <cstddef>
 
 namespace vorn {
 namespace {
@@ -34,6 +35,37 @@ std::string utf8FromWindows1252(std::string_view text) {
     appendUtf8(out, code >= 0x80 && code < 0xA0 ? kUpperControls[code - 0x80] : code);
   }
   return out;
+}
+
+std::string windows1252FromUtf8(std::string_view text) {
+  std::string out;
+  while (!text.empty()) {
+    std::size_t size = 1;
+    while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) {
+      ++size;
+    }
+    int code = 0;
+    while (code < 256 &&
+           utf8FromWindows1252(std::string(1, static_cast<char>(code))) != text.substr(0, size)) {
+      ++code;
+    }
+    out += code < 256 ? static_cast<char>(code) : '?';
+    text.remove_prefix(size);
+  }
+  return out;
+}
+
+std::string printableUtf8(std::string_view text) {
+  constexpr unsigned kFirstPrintable = 0x20, kDelete = 0x7F;
+  std::string printable(text);
+  for (char& c : printable) {
+    const unsigned code = static_cast<unsigned char>(c);
+    const bool isUndefined = code >= 0x80 && code < 0xA0 && kUpperControls[code - 0x80] == code;
+    if (code < kFirstPrintable || code == kDelete || isUndefined) {
+      c = ' ';
+    }
+  }
+  return utf8FromWindows1252(printable);
 }
 
 }  // namespace vorn

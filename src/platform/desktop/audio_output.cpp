@@ -209,9 +209,9 @@ void AudioOutput::keep(Line& line, int frames) {
 
 /// Returns when the device has failed or the game ends.
 void AudioOutput::watch(Line& line, Device& device) {
-  Watchdog watchdog(kPatience);
+  Watchdog watchdog;
   while (line.rest(kNextLook) && device.isThere() &&
-         !watchdog.isStuck(device.buffersTaken(), steady_clock::now())) {
+         watchdog.idleFor(device.buffersTaken(), steady_clock::now()) < kPatience) {
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
 #include <iostream>
 #include <utility>
@@ -11,7 +12,10 @@
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
 #include "platform/desktop/controllers.h"
-#include "platform/desktop/espeak_voice.h"
+#include "platform/desktop/desktop_voice.h"
+#include "platform/desktop/dispatcher_service.h"
+#include "platform/desktop/espeak_service.h"
+#include "platform/desktop/fallback_service.h"
 #include "platform/desktop/keyboard.h"
 #include "platform/desktop/launcher.h"
 #include "platform/desktop/tick_clock.h"
@@ -32,6 +36,16 @@ std::tm localTime(std::chrono::system_clock::time_point moment) {
   std::tm local{};
   localtime_r(&seconds, &local);
   return local;
+}
+
+/// Where the desktop has programs keep what they could ask for again.
+std::filesystem::path cacheFolder() {
+  const char* const caches = std::getenv("XDG_CACHE_HOME");
+  const char* const home = std::getenv("HOME");
+  return (caches != nullptr && *caches != '\0'
+              ? std::filesystem::path(caches)
+              : std::filesystem::path(home != nullptr ? home : ".") / ".cache") /
+         "vorn1";
 }
 
 /// Sound buffers in the mixer.
@@ -58,7 +72,7 @@ class DesktopPlatform : public Platform {
         files_(options.folder),
         random_(clockSeed()),
         audio_(mixer_, options.audioFrames),
-        speech_(synth_, mixer_.voice()) {}
+        speech_(makeSpeech()) {}
 
   std::int32_t tickCount() override { return clock_.now(); }
   double secondsSinceMidnight() override;
@@ -77,10 +91,7 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override {
     return controllers_.open(identifier);
   }
-  std::unique_ptr<Voice> createVoice() override {
-    return std::make_unique<EspeakVoice>(
-        synth_, speech_, [this] { return pause(); }, [this](const std::string& text) { read(text); });
-  }
+  std::unique_ptr<Voice> createVoice() override;
 
   Files& files() override { return files_; }
   void startProgram(const std::string& name, int) override { launch(files_.pathOf("Shell", name)); }
@@ -91,8 +102,10 @@ class DesktopPlatform : public Platform {
 
  private:
   void doYield(int atMostMs) override;
+  std::unique_ptr<SpeechService> makeSpeech();
   bool pause();
   void lookAfterSound();
+  void announce(const std::string& text);
   void read(const std::string& text);
 
   const DesktopOptions options_;
@@ -104,7 +117,9 @@ class DesktopPlatform : public Platform {
   Window window_;
   Controllers controllers_;
   EspeakSynth synth_;
-  SpeechService speech_;
+  SpeechSettings voiceSettings_;
+  bool hasHadVoice_ = false;
+  std::unique_ptr<SpeechService> speech_;
   EventReceiver* receiver_ = nullptr;
   bool isHeard_ = true;
 };
@@ -140,6 +155,27 @@ void DesktopPlatform::doYield(int atMostMs) {
   lookAfterSound();
   window_.deliver(receiver_);
   controllers_.notify(receiver_);
+  speech_->isSpeaking();  // nobody may ask for long during a race, and a voice that fails is to be noticed
+}
+
+std::unique_ptr<SpeechService> DesktopPlatform::makeSpeech() {
+  auto embedded = std::make_unique<EspeakService>(synth_, mixer_.voice());
+  if (options_.speech == SpeechChoice::kEspeak) {
+    return embedded;
+  }
+  const bool isDemanded = options_.speech == SpeechChoice::kSpeechDispatcher;
+  return std::make_unique<FallbackService>(
+      std::make_unique<DispatcherService>(
+          DispatcherOptions{.startsDaemon = isDemanded, .voicesFile = cacheFolder() / "voices"}),
+      std::move(embedded), !isDemanded, [this](const std::string& text) { read(text); });
+}
+
+/// After the first one a voice is made where the player looks for another.
+std::unique_ptr<Voice> DesktopPlatform::createVoice() {
+  const bool introducesItself = std::exchange(hasHadVoice_, true);
+  return std::make_unique<DesktopVoice>(
+      *speech_, voiceSettings_, introducesItself, [this] { return pause(); },
+      [this](const std::string& text) { read(text); });
 }
 
 /// A moment of a synchronous text; false where the player closes the window.
@@ -163,11 +199,16 @@ void DesktopPlatform::lookAfterSound() {
   window_.setNotice(isHeard ? "" : " (no sound)");
   if (isHeard) {
     std::cerr << "Sound is back." << std::endl;
-    speech_.say(kSoundIsBack);
-    read(kSoundIsBack);
+    announce(kSoundIsBack);
   } else {
     std::cerr << "No sound: the sound device takes none. The game goes on, and looks for one." << std::endl;
   }
+}
+
+/// Says something of the platform's own as the game's texts are said.
+void DesktopPlatform::announce(const std::string& text) {
+  speech_->say(text, voiceSettings_);
+  read(text);
 }
 
 /// Speech for the eyes.
@@ -192,10 +233,6 @@ DesktopUnavailable::DesktopUnavailable(Missing thing, const std::string& reason)
     : std::runtime_error(explained(thing, reason)), missing(thing) {}
 
 std::unique_ptr<Platform> makeDesktopPlatform(const DesktopOptions& options) {
-  if (options.speech == SpeechChoice::kSpeechDispatcher) {
-    throw PlatformError("speech", "speech-dispatcher",
-                        "this version speaks with its embedded voice only (espeak)");
-  }
   return std::make_unique<DesktopPlatform>(options);
 }
 

@@ -16,7 +16,7 @@ enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher };
 
 struct DesktopOptions {
   std::filesystem::path folder = ".";         ///< working folder
-  SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the embedded voice
+  SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own where its daemon runs
   std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
   int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
   bool answerBoxes = false;                   ///< message boxes go to standard error and are answered at once
@@ -34,8 +34,8 @@ class DesktopUnavailable : public std::runtime_error {
 };
 
 /// Opens window and sound device. At most one at a time, on the thread that then
-/// plays. Throws `DesktopUnavailable`, or `PlatformError` where the voice chosen
-/// is not there.
+/// plays. Throws `DesktopUnavailable`. Where the voice chosen is not there the
+/// embedded one says so and takes its place.
 std::unique_ptr<Platform> makeDesktopPlatform(const DesktopOptions& options);
 
 }  // namespace vorn

@@ -1,65 +1,48 @@
-/// Says texts one after the other: a thread of its own synthesises them, the
-/// mixer's voice stream makes them heard. All procedures are for one thread, the
-/// game's, and none of them waits.
+/// Something that says texts one after the other. All procedures are for one
+/// thread, the game's; where nothing else stands none of them waits.
 #pragma once
 
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
 #include <string>
-#include <thread>
+#include <vector>
 
 #include "platform/common/espeak_synth.h"
-#include "platform/desktop/watchdog.h"
-#include "platform/mixing/voice_stream.h"
 
 namespace vorn {
 
+/// A text, Windows-1252, and how it is to be said.
+struct Utterance {
+  std::string text;
+  SpeechSettings settings;
+};
+
 class SpeechService {
  public:
-  /// Neither is owned. `patience`: how long speech may make no sound though it should.
-  SpeechService(EspeakSynth& synth, VoiceStream& stream,
-                std::chrono::milliseconds patience = std::chrono::seconds(5));
-  ~SpeechService();
+  virtual ~SpeechService() = default;
   SpeechService(const SpeechService&) = delete;
   SpeechService& operator=(const SpeechService&) = delete;
 
+  /// Their names in UTF-8, the likeliest first; the same from the first call on.
+  virtual std::vector<std::string> voices() = 0;
   /// Says `text` behind what is still to be said.
-  void say(const std::string& text, const SpeechSettings& settings);
-  /// The same, as the last text was said.
-  void say(const std::string& text) { say(text, lastSettings_); }
+  virtual void say(const std::string& text, const SpeechSettings& settings) = 0;
   /// Silences everything at once.
-  void purge();
-  /// True from `say` on until the last sample has been heard. When patience is at
-  /// its end speech is given up: silenced, and said to be so on standard error.
-  bool isSpeaking();
+  virtual void purge() = 0;
+  /// True from `say` on until the last sound has been heard.
+  virtual bool isSpeaking() = 0;
 
- private:
-  struct Utterance {
-    std::string text;
-    SpeechSettings settings;
-    std::uint32_t ticket;
-  };
+ protected:
+  SpeechService() = default;
+};
 
-  void work();
-  void utter(const Utterance& utterance);
-  bool pass(std::span<const std::int16_t> samples, std::uint32_t ticket);
-  bool isBusy();
-
-  EspeakSynth& synth_;
-  VoiceStream& stream_;
-  Watchdog watchdog_;
-  SpeechSettings lastSettings_;
-
-  std::mutex mutex_;  ///< over what follows
-  std::condition_variable changed_;
-  std::deque<Utterance> queue_;
-  bool isUttering_ = false;  ///< something of the present ticket
-  bool isEnding_ = false;
-
-  std::thread worker_;
+/// A service that may leave its players alone.
+class FallibleService : public SpeechService {
+ public:
+  /// From the moment on at which it is missing, gone or mute, for good. To be asked often.
+  virtual bool hasFailed() = 0;
+  /// What has been asked for and not been said to its end, the oldest first.
+  virtual std::vector<Utterance> unsaid() = 0;
+  /// What went wrong, for standard error.
+  virtual std::string problem() = 0;
 };
 
 }  // namespace vorn

@@ -3,14 +3,9 @@
 #include <algorithm>
 
 namespace vorn {
-namespace {
 
-/// More between two looks is time in which the program did not run.
-constexpr std::chrono::milliseconds kLongestLook{100};
-
-}  // namespace
-
-bool Watchdog::isStuck(std::uint64_t progress, Time now) {
+std::chrono::nanoseconds Watchdog::idleFor(std::uint64_t progress, Time now) {
+  constexpr std::chrono::milliseconds kLongestLook{100};  // more than that and the program did not run
   if (!isWatching_ || progress != progress_) {
     isWatching_ = true;
     idleFor_ = {};
@@ -19,7 +14,7 @@ bool Watchdog::isStuck(std::uint64_t progress, Time now) {
   }
   progress_ = progress;
   lastLook_ = now;
-  return idleFor_ >= patience_;
+  return idleFor_;
 }
 
 }  // namespace vorn

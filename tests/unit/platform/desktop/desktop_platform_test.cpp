@@ -61,6 +61,7 @@ class DesktopPlatformTest : public testing::Test {
     environment.set("SDL_VIDEODRIVER", "dummy");
     environment.set("SDL_AUDIODRIVER", "disk");
     environment.set("SDL_DISKAUDIOFILE", "/dev/null");
+    environment.set("SPEECHD_ADDRESS", "unix_socket:" + (folder.path() / "speechd.sock").string());
     folder.write("vorn9.wav", makeWav(2205));
     options.folder = folder.path();
     options.answerBoxes = true;
@@ -272,9 +273,19 @@ TEST_F(DesktopPlatformTest, FilesAreThoseOfTheFolder) {
   EXPECT_EQ(platform().files().find("VORN9.WAV"), "vorn9.wav");
 }
 
-TEST_F(DesktopPlatformTest, TheOtherVoiceIsSaidNotToBeThere) {
+TEST_F(DesktopPlatformTest, AVoiceThatIsAskedForAndNotThereIsReplacedAloud) {
+  environment.set("PATH", "/nonexistent");  // no daemon to be started
+  std::ostringstream captions;
+  options.captions = &captions;
   options.speech = SpeechChoice::kSpeechDispatcher;
-  EXPECT_THROW(platform(), PlatformError);
+  auto voice = platform().createVoice();
+  EXPECT_GT(voice->GetVoices().size(), 100U);
+  voice->setRate(20);
+  voice->Speak(" Exit Game. ", speak_flags::kSynchronous);
+  voice->Speak(" Start Game. ", speak_flags::kSynchronous);
+  EXPECT_THAT(captions.str(), testing::HasSubstr("speaks instead. \n"));
+  EXPECT_THAT(captions.str(), testing::HasSubstr(" Exit Game. \n"));
+  EXPECT_THAT(captions.str(), testing::EndsWith(" Start Game. \n"));
 }
 
 /// A machine without screen and loudspeakers, whatever this one has.

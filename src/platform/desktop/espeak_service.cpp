@@ -1,8 +1,9 @@
-#include "platform/desktop/speech_service.h"
+#include "platform/desktop/espeak_service.h"
 
-#include <algorithm>
 #include <iostream>
 #include <utility>
+
+#include "platform/errors.h"
 
 namespace vorn {
 namespace {
@@ -13,10 +14,10 @@ constexpr auto kRoomAfter = 10ms;  ///< a full stream is asked again
 
 }  // namespace
 
-SpeechService::SpeechService(EspeakSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
-    : synth_(synth), stream_(stream), watchdog_(patience), worker_([this] { work(); }) {}
+EspeakService::EspeakService(EspeakSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
+    : synth_(synth), stream_(stream), patience_(patience), worker_([this] { work(); }) {}
 
-SpeechService::~SpeechService() {
+EspeakService::~EspeakService() {
   {
     const std::lock_guard lock(mutex_);
     queue_.clear();
@@ -27,16 +28,18 @@ SpeechService::~SpeechService() {
   worker_.join();
 }
 
-void SpeechService::say(const std::string& text, const SpeechSettings& settings) {
-  lastSettings_ = settings;
+void EspeakService::say(const std::string& text, const SpeechSettings& settings) {
+  if (synth_.voices().empty()) {
+    throw PlatformError("Speak", text, synth_.problem());
+  }
   {
     const std::lock_guard lock(mutex_);
-    queue_.push_back({text, settings, stream_.ticket()});
+    queue_.push_back({{text, settings}, stream_.ticket()});
   }
   changed_.notify_all();
 }
 
-void SpeechService::purge() {
+void EspeakService::purge() {
   {
     const std::lock_guard lock(mutex_);
     queue_.clear();
@@ -47,17 +50,17 @@ void SpeechService::purge() {
   watchdog_.rest();
 }
 
-bool SpeechService::isBusy() {
+bool EspeakService::isBusy() {
   const std::lock_guard lock(mutex_);
   return !queue_.empty() || isUttering_ || stream_.isSpeaking();
 }
 
-bool SpeechService::isSpeaking() {
+bool EspeakService::isSpeaking() {
   if (!isBusy()) {
     watchdog_.rest();
     return false;
   }
-  if (watchdog_.isStuck(stream_.samplesPlayed(), std::chrono::steady_clock::now())) {
+  if (watchdog_.idleFor(stream_.samplesPlayed(), std::chrono::steady_clock::now()) >= patience_) {
     std::cerr << "The voice has fallen silent: its sound is not being played." << std::endl;
     purge();
     return false;
@@ -65,36 +68,36 @@ bool SpeechService::isSpeaking() {
   return true;
 }
 
-void SpeechService::work() {
+void EspeakService::work() {
   std::unique_lock lock(mutex_);
   for (;;) {
     changed_.wait(lock, [this] { return isEnding_ || !queue_.empty(); });
     if (isEnding_) {
       return;
     }
-    const Utterance utterance = std::move(queue_.front());
+    const Request request = std::move(queue_.front());
     queue_.pop_front();
     isUttering_ = true;
     lock.unlock();
-    utter(utterance);
+    utter(request);
     lock.lock();
-    if (!stream_.isCancelled(utterance.ticket)) {
+    if (!stream_.isCancelled(request.ticket)) {
       isUttering_ = false;
     }
   }
 }
 
-void SpeechService::utter(const Utterance& utterance) {
+void EspeakService::utter(const Request& request) {
   try {
-    synth_.speak(utterance.text, utterance.settings,
-                 [&](std::span<const std::int16_t> samples) { return pass(samples, utterance.ticket); });
+    synth_.speak(request.utterance.text, request.utterance.settings,
+                 [&](std::span<const std::int16_t> samples) { return pass(samples, request.ticket); });
   } catch (const std::exception& error) {
     std::cerr << error.what() << std::endl;
   }
 }
 
 /// Hands samples to the stream as it makes room. False: nobody wants them any more.
-bool SpeechService::pass(std::span<const std::int16_t> samples, std::uint32_t ticket) {
+bool EspeakService::pass(std::span<const std::int16_t> samples, std::uint32_t ticket) {
   while (!stream_.isCancelled(ticket)) {
     samples = samples.subspan(stream_.write(ticket, synth_.sampleRate(), samples));
     if (samples.empty()) {

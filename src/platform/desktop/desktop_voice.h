@@ -1,4 +1,4 @@
-/// The game's voice on the embedded synthesiser.
+/// The game's voice, whichever service says its texts.
 #pragma once
 
 #include <functional>
@@ -10,20 +10,23 @@
 
 namespace vorn {
 
-class EspeakVoice : public Voice {
+class DesktopVoice : public Voice {
  public:
   /// Lets a moment pass while a synchronous text is being said, taking in events
   /// without delivering them; false: the player wants out, so the text is cut.
   using Pause = std::function<bool()>;
 
-  /// Gets each text that is not blank, in UTF-8.
+  /// Gets each text that is not blank, in UTF-8 without control characters.
   using Reader = std::function<void(const std::string& text)>;
 
-  /// Neither synthesiser nor service is owned.
-  EspeakVoice(EspeakSynth& synth, SpeechService& service, Pause pause, Reader reader);
-  ~EspeakVoice() override;  ///< silences it
+  /// The service is not owned. `settings` become those of a new voice, follow this
+  /// one's, and stay when it is gone. A voice that `introducesItself` says its
+  /// name, without waiting for it, at the blank that makes it ready.
+  DesktopVoice(SpeechService& service, SpeechSettings& settings, bool introducesItself, Pause pause,
+               Reader reader);
+  ~DesktopVoice() override;  ///< silences it
 
-  std::vector<std::string> GetVoices() override { return synth_.voices(); }
+  std::vector<std::string> GetVoices() override { return service_.voices(); }
 
  private:
   void doSetVoice(int index) override { settings_.voice = index; }
@@ -31,12 +34,15 @@ class EspeakVoice : public Voice {
   void doSetRate(int rate) override { settings_.rate = rate; }
   void doSpeak(const std::string& text, int flags) override;
   int doRunningState() override;
+  void say(const std::string& text);
+  void introduce();
+  void waitUntilIdle();
 
-  EspeakSynth& synth_;
   SpeechService& service_;
+  SpeechSettings& settings_;
+  bool introducesItself_;
   Pause pause_;
   Reader reader_;
-  SpeechSettings settings_;
 };
 
 }  // namespace vorn

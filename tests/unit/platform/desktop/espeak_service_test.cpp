@@ -1,4 +1,4 @@
-#include "platform/desktop/speech_service.h"
+#include "platform/desktop/espeak_service.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ const std::string kLongText = [] {
   return text;
 }();
 
-class SpeechServiceTest : public testing::Test {
+class EspeakServiceTest : public testing::Test {
  protected:
   /// The next milliseconds of sound, one side.
   Signal hear(int ms) {
@@ -62,10 +62,10 @@ class SpeechServiceTest : public testing::Test {
 
   Mixer mixer;
   EspeakSynth synth;
-  SpeechService service{synth, mixer.voice()};
+  EspeakService service{synth, mixer.voice()};
 };
 
-TEST_F(SpeechServiceTest, SpeaksFromTheRequestToTheLastSample) {
+TEST_F(EspeakServiceTest, SpeaksFromTheRequestToTheLastSample) {
   EXPECT_FALSE(service.isSpeaking());
   service.say(" Exit Game. ", {});
   EXPECT_TRUE(service.isSpeaking());
@@ -79,7 +79,7 @@ TEST_F(SpeechServiceTest, SpeaksFromTheRequestToTheLastSample) {
   EXPECT_FALSE(service.isSpeaking());
 }
 
-TEST_F(SpeechServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
+TEST_F(EspeakServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
   for (int i = 0; i < 200; ++i) {
     service.say("one", {});
     bool wasSilent = false;
@@ -92,7 +92,7 @@ TEST_F(SpeechServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
   }
 }
 
-TEST_F(SpeechServiceTest, TextsFollowEachOther) {
+TEST_F(EspeakServiceTest, TextsFollowEachOther) {
   service.say("one", {});
   const double one = static_cast<double>(hearAll().size());
   service.say("one", {});
@@ -101,7 +101,7 @@ TEST_F(SpeechServiceTest, TextsFollowEachOther) {
   EXPECT_NEAR(static_cast<double>(hearAll().size()), 3 * one, one / 2);
 }
 
-TEST_F(SpeechServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
+TEST_F(EspeakServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
   service.say("The quick brown fox", {.rate = 0});
   const double slow = static_cast<double>(hearAll().size());
   service.say("The quick brown fox", {.volume = 0, .rate = 10});
@@ -110,7 +110,7 @@ TEST_F(SpeechServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
   EXPECT_EQ(peak(fast), 0);
 }
 
-TEST_F(SpeechServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
+TEST_F(EspeakServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
   const double seconds = [this] {
     std::size_t samples = 0;
     synth.speak(kLongText, {}, [&](std::span<const std::int16_t> piece) {
@@ -133,7 +133,7 @@ TEST_F(SpeechServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
   EXPECT_NEAR(heard, seconds, 1.0);
 }
 
-TEST_F(SpeechServiceTest, APurgeIsHeardWithinTenMilliseconds) {
+TEST_F(EspeakServiceTest, APurgeIsHeardWithinTenMilliseconds) {
   service.say(kLongText, {});
   service.say("and more", {});
   ASSERT_TRUE(isReady());
@@ -147,7 +147,7 @@ TEST_F(SpeechServiceTest, APurgeIsHeardWithinTenMilliseconds) {
   EXPECT_FALSE(service.isSpeaking());
 }
 
-TEST_F(SpeechServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
+TEST_F(EspeakServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
   for (int i = 0; i < 50; ++i) {
     service.say(kLongText, {});
     if (i % 2 == 0) {
@@ -163,21 +163,21 @@ TEST_F(SpeechServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
   }
 }
 
-TEST_F(SpeechServiceTest, BlankTextsEnd) {
+TEST_F(EspeakServiceTest, BlankTextsEnd) {
   for (const char* text : {" ", "", ".", "\x1B"}) {
     service.say(text, {});
     EXPECT_LT(hearAll().size(), 48000U / 5);
   }
 }
 
-TEST_F(SpeechServiceTest, AVoiceThatIsNotThereIsPassedOver) {
+TEST_F(EspeakServiceTest, AVoiceThatIsNotThereIsPassedOver) {
   service.say("one", {.voice = 100000});
   service.say("two", {});
   EXPECT_GT(peak(hearAll()), 0.1);
 }
 
-TEST_F(SpeechServiceTest, EndsInTheMiddleOfALongText) {
-  auto own = std::make_unique<SpeechService>(synth, mixer.voice());
+TEST_F(EspeakServiceTest, EndsInTheMiddleOfALongText) {
+  auto own = std::make_unique<EspeakService>(synth, mixer.voice());
   own->say(kLongText, {});
   ASSERT_TRUE(isReady());
   own.reset();
@@ -185,41 +185,10 @@ TEST_F(SpeechServiceTest, EndsInTheMiddleOfALongText) {
   EXPECT_EQ(peak(hear(500)), 0);
 }
 
-TEST(Watchdog, LosesPatienceOnlyWithoutProgress) {
-  using Time = Watchdog::Time;
-  Watchdog dog(1s);
-  Time now{};
-  for (int i = 0; i < 100; ++i) {
-    EXPECT_FALSE(dog.isStuck(static_cast<std::uint64_t>(i / 9), now += 100ms));
-  }
-  for (int i = 0; i < 9; ++i) {
-    EXPECT_FALSE(dog.isStuck(99, now += 100ms)) << i;
-  }
-  EXPECT_FALSE(dog.isStuck(99, now += 100ms));
-  EXPECT_TRUE(dog.isStuck(99, now += 100ms));
-}
-
-TEST(Watchdog, DoesNotCountWhatItHasNotSeen) {
-  using Time = Watchdog::Time;
-  Watchdog dog(1s);
-  Time now{};
-  EXPECT_FALSE(dog.isStuck(5, now));
-  EXPECT_FALSE(dog.isStuck(5, now += 1h));  // the program was halted meanwhile
-  for (int i = 0; i < 8; ++i) {
-    EXPECT_FALSE(dog.isStuck(5, now += 100ms));
-  }
-  dog.rest();
-  EXPECT_FALSE(dog.isStuck(5, now += 100ms));
-  for (int i = 0; i < 9; ++i) {
-    EXPECT_FALSE(dog.isStuck(5, now += 100ms));
-  }
-  EXPECT_TRUE(dog.isStuck(5, now += 100ms));
-}
-
-TEST(SpeechServicePatience, WithoutASoundDeviceTheVoiceIsGivenUp) {
+TEST(EspeakServicePatience, WithoutASoundDeviceTheVoiceIsGivenUp) {
   Mixer mixer;
   EspeakSynth synth;
-  SpeechService service(synth, mixer.voice(), 200ms);
+  EspeakService service(synth, mixer.voice(), 200ms);
   service.say("one", {});
   testing::internal::CaptureStderr();
   const auto start = std::chrono::steady_clock::now();

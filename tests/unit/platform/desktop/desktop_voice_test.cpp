@@ -1,21 +1,22 @@
-#include "platform/desktop/espeak_voice.h"
+#include "platform/desktop/desktop_voice.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "platform/desktop/espeak_service.h"
 #include "platform/errors.h"
 #include "platform/mixing/mixer.h"
 
 namespace vorn {
 namespace {
 
-class EspeakVoiceTest : public testing::Test {
+class DesktopVoiceTest : public testing::Test {
  protected:
-  std::unique_ptr<EspeakVoice> makeVoice() {
-    return std::make_unique<EspeakVoice>(
-        synth, service, [this] { return pause(); },
+  std::unique_ptr<DesktopVoice> makeVoice(bool introducesItself = false) {
+    return std::make_unique<DesktopVoice>(
+        service, settings, introducesItself, [this] { return pause(); },
         [this](const std::string& text) { captions.push_back(text); });
   }
   bool pause() {
@@ -39,12 +40,13 @@ class EspeakVoiceTest : public testing::Test {
 
   Mixer mixer;
   EspeakSynth synth;
-  SpeechService service{synth, mixer.voice()};
+  SpeechSettings settings;
+  EspeakService service{synth, mixer.voice()};
   std::vector<std::string> captions;
   int pausedMs = 0, cutAfterMs = 1000000;
 };
 
-TEST_F(EspeakVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
+TEST_F(DesktopVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
   auto voice = makeVoice();
   voice->Speak("one two three four five", speak_flags::kQueue);
   EXPECT_EQ(pausedMs, 0);
@@ -53,7 +55,7 @@ TEST_F(EspeakVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
   EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
 }
 
-TEST_F(EspeakVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
+TEST_F(DesktopVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
   auto voice = makeVoice();
   voice->Speak("one two three four five", speak_flags::kQueue);
   hear(100);
@@ -66,7 +68,7 @@ TEST_F(EspeakVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
   EXPECT_LT(hearOut(*voice), 1000);
 }
 
-TEST_F(EspeakVoiceTest, SettingsAreThoseOfTheCall) {
+TEST_F(DesktopVoiceTest, SettingsAreThoseOfTheCall) {
   auto voice = makeVoice();
   voice->setRate(10);
   voice->Speak("The quick brown fox jumps over the lazy dog", speak_flags::kQueue);
@@ -76,7 +78,7 @@ TEST_F(EspeakVoiceTest, SettingsAreThoseOfTheCall) {
   EXPECT_NEAR(static_cast<double>(hearOut(*voice)) / fast, 3, 1);
 }
 
-TEST_F(EspeakVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
+TEST_F(DesktopVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
   auto voice = makeVoice();
   EXPECT_NO_THROW(voice->setRate(1000));
   EXPECT_NO_THROW(voice->setRate(-1000));
@@ -88,7 +90,7 @@ TEST_F(EspeakVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
   EXPECT_THROW(voice->Speak("one", 3), PlatformError);
 }
 
-TEST_F(EspeakVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
+TEST_F(DesktopVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
   for (int i = 0; i < 5; ++i) {
     auto voice = makeVoice();
     voice->Speak("one two three", speak_flags::kQueue);
@@ -101,7 +103,7 @@ TEST_F(EspeakVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
   EXPECT_GT(hearOut(*voice), 500);
 }
 
-TEST_F(EspeakVoiceTest, WhoWantsOutCutsASynchronousText) {
+TEST_F(DesktopVoiceTest, WhoWantsOutCutsASynchronousText) {
   auto voice = makeVoice();
   cutAfterMs = 200;
   voice->Speak("one two three four five six seven eight nine ten", speak_flags::kSynchronous);
@@ -109,13 +111,45 @@ TEST_F(EspeakVoiceTest, WhoWantsOutCutsASynchronousText) {
   EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
 }
 
-TEST_F(EspeakVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
+TEST_F(DesktopVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
   auto voice = makeVoice();
   voice->Speak(" Exit Game. ", speak_flags::kQueue);
   voice->Speak("", speak_flags::kPurge);
   voice->Speak("  ", speak_flags::kQueue);
   voice->Speak(" By M\xFCller ", speak_flags::kSynchronous);
   EXPECT_EQ(captions, (std::vector<std::string>{" Exit Game. ", " By M\xC3\xBCller "}));
+}
+
+TEST_F(DesktopVoiceTest, CaptionsHaveNoControlCharacters) {
+  makeVoice()->Speak("one\r\n\x1B[2Jtwo", speak_flags::kQueue);
+  EXPECT_EQ(captions, (std::vector<std::string>{"one   [2Jtwo"}));
+}
+
+TEST_F(DesktopVoiceTest, AReplacedVoiceSaysItsNameOnceAtItsFirstBlankWithoutWaiting) {
+  auto voice = makeVoice(true);
+  voice->setVoice(1);
+  voice->Speak(" ", speak_flags::kSynchronous);
+  EXPECT_EQ(captions, (std::vector<std::string>{" " + service.voices()[1] + ". "}));
+  EXPECT_EQ(voice->RunningState(), Voice::kSpeaking);
+  voice->Speak(" ", speak_flags::kSynchronous);
+  EXPECT_EQ(captions.size(), 1U);
+  voice.reset();
+  makeVoice(false)->Speak(" ", speak_flags::kSynchronous);
+  EXPECT_EQ(captions.size(), 1U) << "the one of the start has no need to";
+}
+
+TEST_F(DesktopVoiceTest, ItsSettingsCanBeSeenFromOutsideAndANewOneBeginsAnew) {
+  auto voice = makeVoice();
+  voice->setVoice(3);
+  voice->setRate(5);
+  voice->setVolume(40);
+  EXPECT_EQ(settings.voice, 3);
+  EXPECT_EQ(settings.rate, 5);
+  EXPECT_EQ(settings.volume, 40);
+  voice = makeVoice();
+  EXPECT_EQ(settings.voice, 0);
+  EXPECT_EQ(settings.rate, 0);
+  EXPECT_EQ(settings.volume, 100);
 }
 
 }  // namespace

@@ -1,0 +1,46 @@
+/// Speaks through one service until it fails, and from then on through another,
+/// which says so once and then what had been left unsaid.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/desktop/speech_service.h"
+
+namespace vorn {
+
+class FallbackService : public SpeechService {
+ public:
+  /// Gets what is said beside the game's own texts, in UTF-8.
+  using Reader = std::function<void(const std::string& text)>;
+
+  /// `mayBeMissing`: nothing is said of a service that is not there to begin with.
+  FallbackService(std::unique_ptr<FallibleService> first, std::unique_ptr<SpeechService> second,
+                  bool mayBeMissing, Reader reader);
+
+  /// Waits as the first service does. Once it has failed, the second one's voices
+  /// take the places of its own.
+  std::vector<std::string> voices() override;
+  void say(const std::string& text, const SpeechSettings& settings) override;
+  void purge() override;
+  bool isSpeaking() override;
+
+ private:
+  SpeechService& current();
+  void switchOver();
+  void sayInstead(const Utterance& utterance);
+  int replacementOf(int voice);
+
+  std::unique_ptr<FallibleService> first_;
+  std::unique_ptr<SpeechService> second_;
+  const bool mayBeMissing_;
+  Reader reader_;
+  std::vector<std::string> names_;  ///< of the voices of this session; their number stays
+  bool hasSwitched_ = false;
+  bool isToBeTold_ = false;
+  int voice_ = 0;  ///< the one that spoke last before the switch
+};
+
+}  // namespace vorn
