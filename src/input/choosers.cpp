@@ -2,8 +2,8 @@
 
 #include "clock/waits.h"
 #include "input/events.h"
-#include "input/key_names.h"
 #include "speech/speech.h"
+#include "state/key_names.h"
 
 namespace vorn {
 namespace {

@@ -1,5 +1,5 @@
 /// The spoken choosers that every dialogue shares: their differences are fields,
-/// not copies. They wait for keys and yield. May call events, speech and waits.
+/// not copies. They wait for keys and yield.
 #pragma once
 
 #include <string>

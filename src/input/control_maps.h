@@ -1,5 +1,4 @@
-/// The two control maps: defaults, files, resets, and the default lists read
-/// aloud. May call events, speech and files.
+/// The two control maps: defaults, files, resets, and the default lists read aloud.
 #pragma once
 
 #include "state/game_state.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "input/key_names.h"
 #include "speech/speech.h"
+#include "state/key_names.h"
 #include "text/numbers.h"
 
 namespace vorn {
@@ -119,8 +119,8 @@ void SetUpJoystick(GameState& g) {
   carryOn([&] { g.joystickButtons = g.joystickDevice->buttonCount(); });
 }
 
-void SetJoystickRange(GameState& g, int minimum, int maximum) {
-  ControllerDevice& device = *g.joystickDevice;
+void SetJoystickRange(InputState& in, int minimum, int maximum) {
+  ControllerDevice& device = *in.joystickDevice;
   device.SetRange(minimum, maximum);
   const double width = static_cast<double>(maximum) - minimum;
   const int deadZone = roundToInt(width / kDeadZoneDivisor);
@@ -131,49 +131,49 @@ void SetJoystickRange(GameState& g, int minimum, int maximum) {
   device.SetAxisProperty(AxisProperty::kSaturation, kObjectY, saturation);
 }
 
-void readController(GameState& g) {
-  if (!g.joystickDevice) return;
+void readController(InputState& in) {
+  if (!in.joystickDevice) return;
   JoystickState state;
   try {
-    state = g.joystickDevice->GetDeviceStateJoystick();
+    state = in.joystickDevice->GetDeviceStateJoystick();
   } catch (const InputLost&) {
-    carryOn([&] { g.joystickDevice->Acquire(); });
+    carryOn([&] { in.joystickDevice->Acquire(); });
     return;
   } catch (const PlatformError&) {
     return;
   }
-  if (g.joyCaptureMode <= kCaptureNothing) {
-    play(g, state);
-  } else if (g.joyCaptureMode == kCaptureButton) {
-    captureButton(g, state);
-  } else if (g.joyCaptureMode == kCaptureSteering) {
-    captureAxis(g, state.x, state.rx);
+  if (in.joyCaptureMode <= kCaptureNothing) {
+    play(in, state);
+  } else if (in.joyCaptureMode == kCaptureButton) {
+    captureButton(in, state);
+  } else if (in.joyCaptureMode == kCaptureSteering) {
+    captureAxis(in, state.x, state.rx);
   } else {
-    captureAxis(g, state.y, state.ry);
+    captureAxis(in, state.y, state.ry);
   }
 }
 
-void pollController(GameState& g) {
-  if (g.joystickDevice) g.joystickDevice->Poll();
+void pollController(InputState& in) {
+  if (in.joystickDevice) in.joystickDevice->Poll();
 }
 
-void readKeyboard(GameState& g) {
-  if (g.keyboardDevice) g.keyboardState = g.keyboardDevice->GetDeviceStateKeyboard();
+void readKeyboard(InputState& in) {
+  if (in.keyboardDevice) in.keyboardState = in.keyboardDevice->GetDeviceStateKeyboard();
 }
 
-void readRaceDevice(GameState& g) {
-  if (g.inputDevice == kJoystick) {
-    pollController(g);
+void readRaceDevice(InputState& in) {
+  if (in.inputDevice == kJoystick) {
+    pollController(in);
   } else {
-    readKeyboard(g);
+    readKeyboard(in);
   }
 }
 
-bool isKeyDown(const GameState& g, int keyCode) {
-  if (keyCode < 0 || keyCode >= static_cast<int>(g.keyboardState.size())) {
+bool isKeyDown(const InputState& in, int keyCode) {
+  if (keyCode < 0 || keyCode >= static_cast<int>(in.keyboardState.size())) {
     throw PlatformError("keyboardState", std::to_string(keyCode), "there is no such key code");
   }
-  return g.keyboardState[keyCode] != 0;
+  return in.keyboardState[keyCode] != 0;
 }
 
 void clk(GameState& g) {

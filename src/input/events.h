@@ -1,5 +1,5 @@
-/// Devices and events: the keyboard and the first game controller, what they
-/// leave in the state, and the waits for a key. May call speech and waits.
+/// Devices and events: the keyboard and the first game controller, what they leave
+/// in the state, and the waits for a key.
 #pragma once
 
 #include <string>
@@ -32,18 +32,18 @@ void detectController(GameState& g);
 /// Opens and prepares the first attached controller; a failing step is skipped. Does not wait.
 void SetUpJoystick(GameState& g);
 /// Axis range, dead zone and saturation of the controller (`minimum` .. `maximum`).
-void SetJoystickRange(GameState& g, int minimum, int maximum);
+void SetJoystickRange(InputState& in, int minimum, int maximum);
 /// Reads the controller into the axis and button fields, or into the capture that is going on.
-void readController(GameState& g);
+void readController(InputState& in);
 
 /// Asks the controller for its state, where there is one.
-void pollController(GameState& g);
+void pollController(InputState& in);
 /// Reads the whole keyboard into `keyboardState`.
-void readKeyboard(GameState& g);
+void readKeyboard(InputState& in);
 /// Polls the controller or reads the keyboard, as `inputDevice` decides.
-void readRaceDevice(GameState& g);
+void readRaceDevice(InputState& in);
 /// Whether the key with this key code is down in `keyboardState`.
-bool isKeyDown(const GameState& g, int keyCode);
+bool isKeyDown(const InputState& in, int keyCode);
 
 /// Forgets pending key input and refreshes both devices; yields three times.
 void clk(GameState& g);

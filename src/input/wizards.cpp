@@ -6,8 +6,8 @@
 #include "clock/waits.h"
 #include "input/control_maps.h"
 #include "input/events.h"
-#include "input/key_names.h"
 #include "speech/speech.h"
+#include "state/key_names.h"
 
 namespace vorn {
 namespace {

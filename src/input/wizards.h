@@ -1,5 +1,5 @@
-/// The two spoken wizards that map every control anew. They wait for the player
-/// and yield. May call events, control maps, speech and waits.
+/// The two spoken wizards that map every control anew. They wait for the player and
+/// yield.
 #pragma once
 
 #include "state/game_state.h"

@@ -3,6 +3,8 @@
 #include <array>
 #include <vector>
 
+#include "state/track_names.h"
+
 namespace vorn {
 namespace {
 
@@ -55,8 +57,8 @@ struct Description {
 
 constexpr const char* kSharedOpening = "You start out accelerating down the front straightaway, then there";
 
-const std::array<Description, kDescribedTracks>& descriptions() {
-  static const std::array<Description, kDescribedTracks> all = {{
+const std::array<Description, kTracks>& descriptions() {
+  static const std::array<Description, kTracks> all = {{
       {"Maple Leaf Tri Oval track layout.",
        true,
        {

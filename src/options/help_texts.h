@@ -6,8 +6,6 @@
 
 namespace vorn {
 
-inline constexpr int kDescribedTracks = 10;
-
 /// All instructions as one text.
 std::string instructionsText();
 /// Title and course of track 1..10; any other throws `std::out_of_range`.

@@ -5,6 +5,7 @@
 #include "input/events.h"
 #include "options/help_texts.h"
 #include "speech/speech.h"
+#include "state/track_names.h"
 
 namespace vorn {
 
@@ -21,7 +22,7 @@ void reades(GameState& g) {
   int track = 1;
   chooseFromList(g,
                  {.prompt = " Select, track description that you wish to read. Maple Leaf Tri Oval track ",
-                  .entries = {firstName, firstName + kDescribedTracks},
+                  .entries = {firstName, firstName + kTracks},
                   .echoesOtherKeys = true},
                  track);
   clk(g);

@@ -1,4 +1,4 @@
-/// The spoken help of the main menu. May call speech, input and waits.
+/// The spoken help of the main menu.
 #pragma once
 
 #include "state/game_state.h"

@@ -58,7 +58,7 @@ void playEngineSound(GameState& g) {
   loadSlot(g, g.engineBuffer, engineFile(g.engineSound));
   g.engineBuffer->Play(SoundBuffer::kOnce);
   dyke(g, 0.5);
-  waitWhilePlaying(g, g.engineBuffer);
+  waitWhilePlaying(g.platform, g.engineBuffer);
   dyke(g, 0.2);
 }
 

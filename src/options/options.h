@@ -1,5 +1,4 @@
 /// The player's options and their file. The dialogues wait for keys and yield.
-/// May call input, speech, sound, waits and files.
 #pragma once
 
 #include "state/game_state.h"

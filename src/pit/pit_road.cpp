@@ -1,13 +1,14 @@
 #include "pit/pit_road.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "clock/waits.h"
 #include "input/events.h"
 #include "pit/rules.h"
 #include "pit/snacks.h"
 #include "race/car_tick.h"
+#include "race/controls.h"
+#include "race/cue.h"
 #include "race/drive_train.h"
 #include "race/walls.h"
 #include "sound/loading.h"
@@ -19,11 +20,11 @@ namespace vorn {
 namespace {
 
 constexpr const char* kEntryChime = "vorn28";
-constexpr const char* kBoxVoice = "vorn1t73";
 constexpr const char* kFuelHose = "vorn25";
 constexpr const char* kWheelOff = "vorn26";
 constexpr const char* kWheelOn = "vorn27";
 constexpr int kLaneCue = 72;
+constexpr int kBoxVoice = 73;
 
 constexpr double kLaneLength = 4500;
 constexpr double kBoxAreaLength = 5000;
@@ -36,7 +37,6 @@ constexpr int kServiceTicks = 140;
 constexpr int kHoseStarts = 20;
 constexpr int kHoseStops = 130;
 constexpr int kHoseQuieterBy = 350;
-constexpr double kFullTank = 22;  // gallons
 
 /// What the crew is heard doing, and when. A pan above 0 is away from the pit wall.
 struct CrewSound {
@@ -47,19 +47,12 @@ struct CrewSound {
 constexpr CrewSound kCrew[] = {
     {35, kWheelOff, 400}, {65, kWheelOn, 400}, {90, kWheelOff, -400}, {120, kWheelOn, -400}};
 
-void setCue(GameState& g, double length, double scale, int pan) {
-  g.warnDistance = length;
-  g.warnScale = scale;
-  g.warnPan = pan;
-}
-
 void openLane(GameState& g, const PitSide& side) {
   PlayPan(g, kEntryChime, side.panOutward(1000));
   g.lateralPosition = lanePlace(side, g.lapPosition);
   g.warnBuffer->Stop();
   playmark(g);
-  setCue(g, kLaneLength, 18, side.panOutward(2000));
-  startwarn(g, kLaneCue);
+  startwarn(g, {kLaneCue, kLaneLength, 18, side.panOutward(2000)});
 }
 
 /// The lane and the way out differ in the bend alone. Returns false where the driver gave up.
@@ -78,9 +71,9 @@ bool driveLeg(GameState& g, double length, Bend bend) {
 /// The voice takes the place of the cue, so that the cue's pan and volume go with it.
 bool startBoxVoice(GameState& g, const PitSide& side) {
   const int pan = side.panOutward(1000);
-  setCue(g, kBoxAreaLength, 2, pan);
+  followCue(g, {kBoxVoice, kBoxAreaLength, 2, pan});
   return carryOn([&] {
-    fillSlot(g, g.warnBuffer, kBoxVoice);
+    fillSlot(g, g.warnBuffer, cueFile(kBoxVoice));
     g.warnBuffer->SetCurrentPosition(0);
     g.warnBuffer->SetVolume(g.soundVolume);
     g.warnBuffer->SetPan(pan);
@@ -140,11 +133,7 @@ void prepareHose(GameState& g) {
 
 void rev(GameState& g) {
   readRaceDevice(g);
-  if (g.inputDevice == kJoystick) {
-    g.engineRpm = wholePart(std::abs(g.joyGasBrake) / 100.0);
-  } else {
-    g.engineRpm = isKeyDown(g, g.keyMapGas) ? 100 : 0;
-  }
+  g.engineRpm = revsAsked(g);
   PlayRPM(g);
 }
 
@@ -180,8 +169,7 @@ void sendOut(GameState& g, const PitSide& side) {
   }
   say2(g, " go! go! go! ");
   playmark(g);
-  setCue(g, kExitLength, 18, side.panInward(2000));
-  startwarn(g, kLaneCue);
+  startwarn(g, {kLaneCue, kExitLength, 18, side.panInward(2000)});
   g.lateralPosition = side.exitPlace;
 }
 

@@ -1,4 +1,4 @@
-/// Pit road: entry, lane, box, service and rejoining. May call the race, playback and input.
+/// Pit road: entry, lane, box, service and rejoining.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,5 +1,5 @@
 /// What the driver asks for and what is told by itself: short texts that cut off
-/// whatever is being said. None waits. May call speech, input and the log.
+/// whatever is being said. None waits.
 #pragma once
 
 #include <string>

@@ -3,8 +3,8 @@
 #include "clock/waits.h"
 #include "input/events.h"
 #include "race/announcements.h"
+#include "race/controls.h"
 #include "race/drive_train.h"
-#include "race/start_controls.h"
 #include "race/steering.h"
 #include "race/walls.h"
 #include "sound/playback.h"
@@ -29,7 +29,7 @@ constexpr Request kRequests[] = {
     {&InputState::btnSayGear, &InputState::keyMapSayGear, SayGear},
     {&InputState::btnStartEngine, &InputState::keyMapStartEngine, SayGTV},
     {&InputState::btnSayLap, &InputState::keyMapSayLap, SayLap},
-    {&InputState::btnHorn, &InputState::keyMapHorn, playhorn},
+    {&InputState::btnHorn, &InputState::keyMapHorn, [](GameState& g) { playhorn(g); }},
     {&InputState::btnElapsedTime, &InputState::keyMapElapsedTime, SayCurTime},
 };
 
@@ -104,23 +104,23 @@ void readShifts(GameState& g, int atMostMs) {
 }
 
 void checkstuff(GameState& g) {
-  if (!touchWalls(g)) return;
-  overRev(g);
-  readShifts(g);
-  agp(g);
-  ass(g);
-  prpm(g);
-  if (!SteerIt(g)) return;
-  SetWind(g);
-  dobk(g);
-  answerRequests(g);
-  burnFuel(g);
-  if (g.speed == 0 && g.fuel == 0) g.engineBuffer->Stop();
-  passPoles(g);
+  if (!touchWalls(g)) return;                               // scrape, slow down, crash
+  overRev(g);                                               // engine pitch beyond the gear's range
+  readShifts(g);                                            // device, one gear change a press
+  agp(g);                                                   // gas to speed
+  ass(g);                                                   // automatic speedometer
+  prpm(g);                                                  // speed to revolutions and engine sound
+  if (!SteerIt(g)) return;                                  // steering, tyres, marbles
+  SetWind(g);                                               // both walls by place across the track
+  dobk(g);                                                  // brake
+  answerRequests(g);                                        // spoken on request, horn
+  burnFuel(g);                                              // revolutions to fuel
+  if (g.speed == 0 && g.fuel == 0) g.engineBuffer->Stop();  // out of fuel
+  passPoles(g);                                             // light poles
   g.lapPosition += g.speed;
   ++g.raceTicks;
   g.platform.carTicked(reportOf(g));
-  dyz(g);
+  dyz(g);  // until the tick is over
 }
 
 }  // namespace vorn

@@ -1,5 +1,5 @@
-/// The car tick: everything that happens to the car in a tenth of a second, in
-/// a fixed order. May call everything of this folder.
+/// The car tick: everything that happens to the car in a tenth of a second, in a
+/// fixed order.
 #pragma once
 
 #include "state/game_state.h"

@@ -7,6 +7,7 @@
 #include "clock/waits.h"
 #include "input/events.h"
 #include "race/announcements.h"
+#include "race/controls.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
 #include "text/numbers.h"
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kTopGear = 4;
 constexpr int kFullGas = 20;
+constexpr int kLaunchingGas = -10;
 constexpr double kFullGasTravel = 9700;  // the last three percent of the travel are full gas already
 
 constexpr GearLaw kGears[] = {
@@ -39,8 +41,7 @@ constexpr double kFullBrakeTravel = 10000;
 /// Leaving neutral with the gas pressed.
 void launch(GameState& g) {
   if (g.inputDevice == kJoystick) g.btnUpShift = 0;  // the same press must not shift again
-  const bool isGasPressed = g.inputDevice == kJoystick ? g.joyGasBrake < -10 : isKeyDown(g, g.keyMapGas);
-  if (!isGasPressed) return;
+  if (!isGasAsked(g, kLaunchingGas)) return;
   play2(g, "vorn3");
   g.speed = g.engineRpm / 5 + 4;
 }

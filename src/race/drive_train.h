@@ -1,6 +1,6 @@
-/// Gas, gears, brake and the engine sound: how the pedals become speed. The
-/// sounds are tapes: their play position is moved to the stretch that belongs to
-/// the revolutions or the speed. May call playback, announcements and waits.
+/// Gas, gears, brake and the engine sound: how the pedals become speed. The sounds
+/// are tapes: their play position is moved to the stretch that belongs to the
+/// revolutions or the speed.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,12 +1,11 @@
 #include "race/session.h"
 
 #include <cmath>
-#include <cstdlib>
 
 #include "clock/waits.h"
 #include "input/events.h"
+#include "race/controls.h"
 #include "race/drive_train.h"
-#include "race/start_controls.h"
 #include "race/walls.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
@@ -16,10 +15,10 @@
 namespace vorn {
 namespace {
 
-constexpr double kFullTank = 22;  // gallons
 constexpr int kSetUpQuieterBy = 1000;
 constexpr double kIdleRpm = 5;
 constexpr std::uint32_t kLongestCrankingMs = 3500;
+constexpr int kCrankingGas = -1;
 constexpr double kReactionStepMs = 9;
 constexpr double kReactionStepsATick = 10;
 
@@ -76,18 +75,10 @@ void setUp(GameState& g) {
   g.sound4Buffer->SetVolume(g.soundVolume);
 }
 
-bool isGasAsked(const GameState& g) {
-  return g.inputDevice == kJoystick ? g.joyGasBrake < -1 : isKeyDown(g, g.keyMapGas);
-}
-
 /// Lets the driver play with gas and horn while the car stands.
 void revAndHonk(GameState& g) {
   if (isHornAsked(g)) playhorn(g);
-  if (g.inputDevice == kJoystick) {
-    g.engineRpm = wholePart(std::abs(g.joyGasBrake) / 100.0);
-  } else {
-    g.engineRpm = isKeyDown(g, g.keyMapGas) ? 100 : 0;
-  }
+  g.engineRpm = revsAsked(g);
   PlayRPM(g);
 }
 
@@ -99,7 +90,7 @@ bool crank(GameState& g) {
     readRaceDevice(g);
     g.platform.yield();
     if (isEscapeAsked(g)) return false;
-  } while (millisecondsSince(g, start) <= kLongestCrankingMs && !isGasAsked(g));
+  } while (millisecondsSince(g, start) <= kLongestCrankingMs && !isGasAsked(g, kCrankingGas));
   return true;
 }
 

@@ -1,5 +1,4 @@
-/// The frame of one race: the start with its countdown, and the finish. May
-/// call everything of this folder.
+/// The frame of one race: the start with its countdown, and the finish.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,5 +1,5 @@
 /// Steering and the marbles: what the wheel does to the car's place across the
-/// track and to its speed. May call walls, input and the sound buffers.
+/// track and to its speed.
 #pragma once
 
 #include "state/game_state.h"

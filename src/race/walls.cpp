@@ -2,14 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
-#include "clock/waits.h"
-#include "input/events.h"
-#include "race/drive_train.h"
-#include "race/start_controls.h"
-#include "sound/playback.h"
-#include "speech/speech.h"
+#include "race/crash.h"
 #include "text/numbers.h"
 
 namespace vorn {
@@ -20,10 +14,6 @@ constexpr int kScrapePan = 500;
 constexpr int kContactsForSure = 20;  // more is a crash in any case
 constexpr int kContactsAtLeast = 10;  // fewer is none
 constexpr int kMarblesThatSave = 10;  // more ticks in the marbles than this soften the blow
-constexpr double kCrashCostTicks = 289;
-constexpr int kRestartQuieterBy = 800;
-constexpr int kCueAfterCrashQuieterBy = 2000;
-constexpr int kEngineHertz = 22051;
 
 /// Scrapes along the wall; returns whether it is a crash.
 bool scrape(GameState& g) {
@@ -45,100 +35,6 @@ bool scrape(GameState& g) {
   }
   if (g.wallTicks > kContactsForSure) return true;
   return g.wallTicks >= kContactsAtLeast && g.marblesTicks <= kMarblesThatSave;
-}
-
-void playImpact(GameState& g) {
-  clk(g);
-  play(g, "vorn15");
-  g.engineBuffer->Stop();
-  play2(g, "vorn11");
-  dyke(g, 0.1);
-  clk(g);
-  stopall(g);
-  g.engineBuffer->SetCurrentPosition(0);
-}
-
-/// The wreck comes to rest and a marshal says what to do; any key cuts it short.
-void playAftermath(GameState& g) {
-  while (g.oneShotBuffer.isPlaying() && g.lastKeyCode.empty()) {
-    if (g.inputDevice == kJoystick) pollController(g);
-    readKeyboard(g);
-    g.platform.yield();
-    if (g.btnSpeedometer == 1 || isKeyDown(g, g.keyMapSpeedometer)) g.lastKeyCode = "1";
-  }
-  if (!g.lastKeyCode.empty()) {
-    g.oneShotBuffer->Stop();
-    return;
-  }
-  play3(g, "vorn12");
-  if (g.lastKeyCode.empty()) play3(g, "vorn13");
-  if (g.lastKeyCode.empty()) play(g, "vorn14");
-}
-
-void putCarBack(GameState& g) {
-  clk(g);
-  g.lateralPosition = kMiddle;
-  g.speed = 0;
-  ass(g);
-  g.gear = 0;
-  g.marblesTicks = 0;
-  g.wallTicks = 0;
-  sars(g);
-  awarn(g);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
-  g.btnSpeedometer = 0;
-}
-
-/// Starts the engine again; returns false where the driver gave up.
-bool restartEngine(GameState& g) {
-  if (!waitForStartEngine(g)) return false;
-  play2(g, "vorn2");
-  g.oneShotBuffer->SetVolume(g.soundVolume - kRestartQuieterBy);
-  do {
-    readRaceDevice(g);
-    g.platform.yield();
-    if (isEscapeAsked(g)) {
-      stopOneShot(g);  // or it would run on in the menu
-      return false;
-    }
-    const bool isGas = g.inputDevice == kJoystick ? g.joyGasBrake < 0 : isKeyDown(g, g.keyMapGas);
-    if (isGas) g.oneShotBuffer->Stop();
-  } while (g.oneShotBuffer.isPlaying());
-  g.engineRpm = 0;
-  g.engineBuffer->SetCurrentPosition(0);
-  g.engineBuffer->Play(SoundBuffer::kLooping);
-  PlayRPM(g);
-  return true;
-}
-
-/// Revs in neutral until the driver shifts up.
-void waitForShift(GameState& g) {
-  for (;;) {
-    readRaceDevice(g);
-    g.platform.yield();
-    if (g.inputDevice != kJoystick) g.joyGasBrake = isKeyDown(g, g.keyMapGas) ? -10000 : 0;
-    if (isEscapeAsked(g)) return;
-    g.engineRpm = wholePart(std::abs(g.joyGasBrake) / 100.0);
-    PlayRPM(g);
-    if (isUpShiftAsked(g)) {
-      g.raceTicks += kCrashCostTicks;
-      g.upShiftHeld = 0;
-      UpShift(g);
-      return;
-    }
-  }
-}
-
-void crash(GameState& g) {
-  g.forceCrash = 0;
-  playImpact(g);
-  g.warnBuffer->SetVolume(g.soundVolume - kCueAfterCrashQuieterBy);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
-  playAftermath(g);
-  g.engineBuffer->SetFrequency(kEngineHertz);
-  if (g.escapePressed == 1) return;
-  putCarBack(g);
-  if (restartEngine(g)) waitForShift(g);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 /// The walls and what is heard of them: the two wall sounds, light poles, and the
-/// contact that scrapes, slows and at last crashes the car. May call the drive
-/// train, playback, input and waits.
+/// contact that scrapes, slows and at last crashes the car.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,4 +1,4 @@
-/// The race log, a diary of play. May call speech, input and files.
+/// The race log, a diary of play.
 #pragma once
 
 #include <string>

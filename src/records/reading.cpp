@@ -40,7 +40,7 @@ struct Reset {
 
 Reset resetOf(const GameState& g, int track) {
   const std::string& name = g.trackNames[track];
-  return {"vorn1" + std::string(trackWord(track)), " Reset the " + name + " records? no ",
+  return {recordPrefix(track), " Reset the " + name + " records? no ",
           " The " + name + " records have been reset. "};
 }
 

@@ -1,5 +1,5 @@
-/// The log and the records in the player's hands: read aloud, deleted, reset.
-/// All wait and yield. May call the log, input, speech, waits and files.
+/// The log and the records in the player's hands: read aloud, deleted, reset. All
+/// wait and yield.
 #pragma once
 
 #include <string>

@@ -1,6 +1,5 @@
 #include "records/records.h"
 
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -12,9 +11,6 @@
 
 namespace vorn {
 namespace {
-
-constexpr std::array<const char*, kTracks + 1> kTrackWords = {
-    "", "maple", "pain", "chagrin", "ohio", "chardon", "erie", "mentor", "kirtland", "chesterland", "geneva"};
 
 /// Every value but the time is preceded by its type.
 constexpr std::uint64_t kTag16 = 2;
@@ -95,8 +91,8 @@ std::string lapsOfFile(const std::string& fileName) {
 
 }  // namespace
 
-const char* trackWord(int track) {
-  return kTrackWords.at(track);
+std::string recordPrefix(int track) {
+  return std::string("vorn1") + kTrackNames.at(track - 1).word;
 }
 
 std::string recordFileName(int track, double laps) {
@@ -104,7 +100,7 @@ std::string recordFileName(int track, double laps) {
   for (const double limit : {10.0, 100.0, 1000.0}) {
     if (laps < limit) zeros += '0';
   }
-  return std::string("vorn1") + trackWord(track) + zeros + numberText(laps) + kRecordSuffix;
+  return recordPrefix(track) + zeros + numberText(laps) + kRecordSuffix;
 }
 
 std::string encodeRecord(const TrackRecord& record) {
@@ -196,7 +192,7 @@ void WriteNewRecordFile(GameState& g) {
   Files& files = g.platform.files();
   std::string summary = "Vorn 1 tts records  By Ostrin\r\n \r\n";
   for (int track = 1; track <= kTracks; ++track) {
-    for (const std::string& name : files.list(std::string("vorn1") + trackWord(track), kRecordSuffix)) {
+    for (const std::string& name : files.list(recordPrefix(track), kRecordSuffix)) {
       const auto record = decodeRecord(files.read(name));
       if (record) summary += summaryBlock(lapsOfFile(name), g.trackNames[track], *record);
     }

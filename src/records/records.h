@@ -1,20 +1,20 @@
 /// Track records: one small binary file a track and number of laps, and a text
-/// summary of them all. May call speech, input, the log and files.
+/// summary of them all.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "state/game_state.h"
+#include "state/track_names.h"
 
 namespace vorn {
 
-inline constexpr int kTracks = 10;
 inline constexpr const char* kRecordSuffix = ".rec";
 inline constexpr const char* kRecordsSummaryFile = "vorn1records.txt";
 
-/// The word that stands for track 1..10 in record file names.
-const char* trackWord(int track);
+/// What the names of the record files of track 1..10 begin with: "vorn1maple"
+std::string recordPrefix(int track);
 /// "vorn1maple0005.rec"
 std::string recordFileName(int track, double laps);
 

@@ -6,6 +6,7 @@
 #include "input/wizards.h"
 #include "options/instructions.h"
 #include "options/options.h"
+#include "options/voice_settings.h"
 #include "race/announcements.h"
 #include "records/log.h"
 #include "records/reading.h"
@@ -14,9 +15,10 @@
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
-#include "speech/voice_settings.h"
+#include "state/track_names.h"
 #include "text/numbers.h"
-#include "tracks/procedures.h"
+#include "tracks/catalogue.h"
+#include "tracks/runner.h"
 
 namespace vorn {
 namespace {
@@ -58,10 +60,7 @@ constexpr MainMenuItem kMainMenu[] = {
 constexpr int kExitGame = 1;
 constexpr int kStartGame = static_cast<int>(std::size(kMainMenu));
 
-/// The track procedures by `trackChoice`.
-constexpr Procedure kTrackProcedures[] = {nullptr, maple,  painsville, chagrin,     ohio,  chardon,
-                                          erie,    mentor, kirtland,   chesterland, geneva};
-constexpr int kGoToMainMenu = 11;
+constexpr int kGoToMainMenu = kTracks + 1;
 
 Menu mainMenu() {
   Menu menu;
@@ -118,7 +117,7 @@ void driveRace(GameState& g) {
   stopspeech(g);
   clk(g);
   g.topGearUnlimited = 0;
-  kTrackProcedures[g.trackChoice](g);
+  runRace(g, *allTracks()[g.trackChoice - 1]);
   if (g.inputDevice == kKeyboard) {
     // A race by keyboard writes its keys into the controller's fields; in a menu
     // they would read as a stick that is held.

@@ -1,4 +1,4 @@
-/// From the main menu to the race, its results and back. May call everything.
+/// From the main menu to the race, its results and back.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,5 +1,5 @@
 /// Spoken menus: the player hears one entry at a time and moves up and down with
-/// the controller or the keyboard. May call speech, input and waits.
+/// the controller or the keyboard.
 #pragma once
 
 #include <functional>

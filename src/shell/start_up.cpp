@@ -4,12 +4,13 @@
 #include "input/control_maps.h"
 #include "input/events.h"
 #include "options/options.h"
+#include "options/voice_settings.h"
 #include "records/log.h"
 #include "shell/main_flow.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
-#include "speech/voice_settings.h"
+#include "state/track_names.h"
 
 namespace vorn {
 namespace {
@@ -93,20 +94,10 @@ void waitForTitleSound(GameState& g) {
   startlog(g);
 }
 
-void nameTracks(GameState& g) {
-  g.trackNames = {"",
-                  "Maple Leaf Tri Oval Track",
-                  "Painsville Oval Track",
-                  "Chagrin River Speedway",
-                  "Ohio Motor Speedway",
-                  "Chardon Hill Top Raceway",
-                  "Erie Lake Front Motor Speedway",
-                  "Mentor Road Race Track",
-                  "Kirtland Dirt Mile Oval Track",
-                  "Chesterland Dirt Road Race Track",
-                  "Geneva Oval Track",
-                  " Go to main menu ",
-                  " Exit Game "};
+void nameTracks(ShellState& shell) {
+  for (int track = 1; track <= kTracks; ++track) shell.trackNames[track] = kTrackNames[track - 1].spoken;
+  shell.trackNames[kTracks + 1] = " Go to main menu ";
+  shell.trackNames[kTracks + 2] = " Exit Game ";
 }
 
 /// Returns false where the game cannot be played and shutdown follows.
@@ -142,17 +133,12 @@ bool startUp(GameState& g) {
   return true;
 }
 
-void releaseSounds(GameState& g) {
-  for (SoundSlot* slot :
-       {&g.engineBuffer, &g.sound19Buffer, &g.wallLeftBuffer, &g.wallRightBuffer, &g.sound4Buffer,
-        &g.markBuffer, &g.sound29Buffer, &g.sound18Buffer, &g.sound9Buffer, &g.hornBuffer, &g.sound10Buffer,
-        &g.sound8Buffer, &g.oneShotBuffer, &g.panBuffer, &g.warnBuffer}) {
-    slot->release();
-  }
+void releaseSounds(SoundState& g) {
+  for (const auto slot : kSoundSlots) (g.*slot).release();
   g.directSound.reset();
 }
 
-void releaseDevices(GameState& g) {
+void releaseDevices(InputState& g) {
   g.joystickEvent = 0;
   if (g.joystickDevice) carryOn([&] { g.joystickDevice->Unacquire(); });
   g.joystickDevice.reset();

@@ -1,4 +1,4 @@
-/// The program from beginning to end. May call everything.
+/// The program from beginning to end.
 #pragma once
 
 #include "state/game_state.h"

@@ -1,7 +1,5 @@
 #include "sound/loading.h"
 
-#include <algorithm>
-#include <cctype>
 #include <iterator>
 
 #include "sound/catalogue.h"
@@ -16,17 +14,11 @@ constexpr const char* kShiftFile = "vorn19";
 /// Half of the crowd recording, so that the two copies never sound in unison.
 constexpr int kRightWallPosition = 44159;
 
-std::string lowerCased(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
-  return text;
-}
-
 bool isIntact(GameState& g, const CatalogueEntry& entry) {
   Files& files = g.platform.files();
   const std::string name = soundFileName(entry.name);
   const auto found = files.find(name);
-  if (!found || lowerCased(*found) != name) return false;
+  if (!found) return false;
   if (files.size(*found) != static_cast<std::uintmax_t>(entry.bytes)) return false;
   return readItems(files.readSound(*found)) == ItemFigures{entry.items, entry.lastItemLength};
 }

@@ -1,5 +1,5 @@
-/// The check of the 108 sound files and the loading of those that stay in
-/// memory for a race. May call the catalogue and the platform.
+/// The check of the 108 sound files and the loading of those that stay in memory
+/// for a race.
 #pragma once
 
 #include <string>

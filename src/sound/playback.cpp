@@ -1,7 +1,5 @@
 #include "sound/playback.h"
 
-#include <algorithm>
-
 #include "clock/waits.h"
 #include "input/events.h"
 #include "sound/loading.h"
@@ -11,7 +9,6 @@
 namespace vorn {
 namespace {
 
-constexpr int kCuePanPerLateralUnit = 10;
 constexpr int kSpeakerTestPan = 2000;
 constexpr const char* kAnyKey = "1";
 
@@ -35,7 +32,7 @@ void testSpeaker(GameState& g, const std::string& announcement, const std::strin
   loadSlot(g, g.oneShotBuffer, baseName);
   g.oneShotBuffer->SetPan(pan);
   g.oneShotBuffer->Play(SoundBuffer::kOnce);
-  waitWhilePlaying(g, g.oneShotBuffer);
+  waitWhilePlaying(g.platform, g.oneShotBuffer);
   g.oneShotBuffer->Stop();
 }
 
@@ -43,7 +40,7 @@ void testSpeaker(GameState& g, const std::string& announcement, const std::strin
 
 void play(GameState& g, const std::string& baseName) {
   startOneShot(g, baseName);
-  waitWhilePlaying(g, g.oneShotBuffer);
+  waitWhilePlaying(g.platform, g.oneShotBuffer);
   stopOneShot(g);
 }
 
@@ -61,13 +58,13 @@ void play3(GameState& g, const std::string& baseName) {
   stopOneShot(g);
 }
 
-void waitWhilePlaying(GameState& g, SoundSlot& slot) {
+void waitWhilePlaying(Platform& platform, SoundSlot& slot) {
   do {
-    g.platform.yield();
+    platform.yield();
   } while (slot.isPlaying());
 }
 
-void stopOneShot(GameState& g) {
+void stopOneShot(SoundState& g) {
   carryOn([&] { g.oneShotBuffer->Stop(); });
   g.oneShotBuffer.release();
 }
@@ -79,31 +76,12 @@ void PlayPan(GameState& g, const std::string& baseName, double pan) {
   g.panBuffer->Play(SoundBuffer::kOnce);
 }
 
-void playmark(GameState& g) {
+void playmark(SoundState& g) {
   g.markBuffer->Play(SoundBuffer::kOnce);
 }
 
-void playhorn(GameState& g) {
+void playhorn(SoundState& g) {
   g.hornBuffer->Play(SoundBuffer::kOnce);
-}
-
-void startwarn(GameState& g, int warning) {
-  fillSlot(g, g.warnBuffer, "vorn1t" + std::to_string(warning));
-  g.warnBuffer->SetCurrentPosition(0);
-  g.warnBuffer->SetVolume(kNearlySilent);
-  g.baseFrequency = g.warnBuffer->GetFrequency() + 1;
-  g.warnBuffer->SetPan(g.warnPan);
-  g.warnBuffer->SetFrequency(g.baseFrequency);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
-}
-
-void awarn(GameState& g) {
-  const double way = g.lapPosition * 100;
-  const double volume = -(g.warnScale * (100 - way / g.warnDistance)) + g.soundVolume;
-  const double pan = g.warnPan - g.lateralPosition * kCuePanPerLateralUnit;
-  // A car sliding back down a banked turn, or past the end of the cue's way, leaves the range.
-  g.warnBuffer->SetVolume(roundToInt(std::clamp(volume, -10000.0, 0.0)));
-  g.warnBuffer->SetPan(roundToInt(std::clamp(pan, -10000.0, 10000.0)));
 }
 
 void sars(GameState& g) {
@@ -121,13 +99,13 @@ void sars(GameState& g) {
   dyke(g, 0.1);
 }
 
-void stopall(GameState& g) {
+void stopall(SoundState& g) {
   for (const auto slot : kLoops) {
     carryOn([&] { (g.*slot)->Stop(); });
   }
 }
 
-void stopall2(GameState& g) {
+void stopall2(SoundState& g) {
   for (const auto slot : kLoops) (g.*slot)->Stop();
 }
 

@@ -1,5 +1,5 @@
-/// Playing sounds: one-shots, the cue of the segment, the ambient loops. May
-/// call input (for `clk`), speech and waits. A failing call is a `PlatformError`.
+/// Playing sounds: one-shots and the ambient loops. A failing call is a
+/// `PlatformError`.
 #pragma once
 
 #include <string>
@@ -20,25 +20,20 @@ void play3(GameState& g, const std::string& baseName);
 /// Starts a sound file at `pan`, hundredths of a decibel.
 void PlayPan(GameState& g, const std::string& baseName, double pan);
 /// The mark between two segments, and the horn; already sounding, they go on.
-void playmark(GameState& g);
-void playhorn(GameState& g);
+void playmark(SoundState& g);
+void playhorn(SoundState& g);
 
 /// Waits, yielding, until what is in the slot has ended.
-void waitWhilePlaying(GameState& g, SoundSlot& slot);
+void waitWhilePlaying(Platform& platform, SoundSlot& slot);
 /// Stops and empties the one-shot slot, if it holds anything.
-void stopOneShot(GameState& g);
-
-/// Starts cue number `warning`, looping and nearly silent, in place of the last one.
-void startwarn(GameState& g, int warning);
-/// Moves the cue with the car: louder toward the end of the segment, panned by where the car is.
-void awarn(GameState& g);
+void stopOneShot(SoundState& g);
 
 /// Starts the loops of a race: walls audible, marbles and tyres silent. Waits 0.1 s.
 void sars(GameState& g);
 /// Stops all looping sounds, whatever fails.
-void stopall(GameState& g);
+void stopall(SoundState& g);
 /// The same, but a failure ends the program.
-void stopall2(GameState& g);
+void stopall2(SoundState& g);
 
 /// The speaker test: left, then right. Waits.
 void checkspeakers(GameState& g);

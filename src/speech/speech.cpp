@@ -1,5 +1,6 @@
 #include "speech/speech.h"
 
+#include "state/key_names.h"
 #include "text/numbers.h"
 
 namespace vorn {
@@ -8,38 +9,37 @@ namespace {
 constexpr int kEchoRateAboveUsual = 5;
 constexpr int kSpeedMarks = 10;
 constexpr int kMilesBetweenMarks = 25;
-constexpr const char* kKeyF1 = "112";
 
-bool isSpeaking(GameState& g) {
+bool isSpeaking(SpeechState& g) {
   return g.speechVoice->RunningState() == Voice::kSpeaking;
 }
 
 }  // namespace
 
-void say(GameState& g, const std::string& text) {
+void say(SpeechState& g, const std::string& text) {
   g.speechVoice->Speak(text, speak_flags::kSynchronous);
 }
 
-void say2(GameState& g, const std::string& text) {
+void say2(SpeechState& g, const std::string& text) {
   g.speechVoice->Speak(text, speak_flags::kQueue);
 }
 
-void stopspeech(GameState& g) {
+void stopspeech(SpeechState& g) {
   g.speechVoice->Speak("", speak_flags::kPurge);
 }
 
 void saykey(GameState& g) {
   g.speechVoice->setRate(saturatedSum(g.speechRate, kEchoRateAboveUsual));
   stopspeech(g);
-  if (g.lastKeyCode != kKeyF1) say2(g, g.lastKeyChar);
+  if (g.lastKeyCode != key::kF1) say2(g, g.lastKeyChar);
   g.speechVoice->setRate(g.speechRate);
 }
 
-void bk(GameState& g) {
+void bk(SpeechState& g) {
   say(g, " I'm sorry, but you have already used that key. Please try again.");
 }
 
-void smbd(GameState& g) {
+void smbd(SpeechState& g) {
   say(g,
       " I'm sorry, but you have already used that button."
       " You may press the escape key to end the joystick configuration.");

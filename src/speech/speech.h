@@ -10,16 +10,16 @@
 namespace vorn {
 
 /// Says `text` after anything queued; returns when it has been said, without delivering events meanwhile.
-void say(GameState& g, const std::string& text);
+void say(SpeechState& g, const std::string& text);
 /// Queues `text` and returns at once.
-void say2(GameState& g, const std::string& text);
+void say2(SpeechState& g, const std::string& text);
 /// Silences the voice and empties its queue.
-void stopspeech(GameState& g);
+void stopspeech(SpeechState& g);
 /// Says the last key's character, quicker than usual; F1 only silences. Does not wait.
 void saykey(GameState& g);
 /// Complaints of the two control wizards; they wait.
-void bk(GameState& g);
-void smbd(GameState& g);
+void bk(SpeechState& g);
+void smbd(SpeechState& g);
 /// The automatic speedometer: says each mark of 25 mph once as `speed` rises
 /// past it. Of several passed at once only the highest is heard. Does not wait.
 void ass(GameState& g);

@@ -7,6 +7,8 @@
 
 namespace vorn {
 
+inline constexpr double kFullTank = 22;  ///< gallons
+
 struct RaceState {
   // Waits.
   std::int32_t waitUntilTick = 0;  ///< tick count (ms) at which the running `dyke` ends
@@ -46,6 +48,11 @@ struct RaceState {
   int wallScrapePlaying = 0;  ///< 1 while the scrape sounds
   int poleSide = 0;           ///< side of the last light pole: 1 left, 2 right; 0 before the first
   int forceCrash = 0;         ///< 1: the next wall contact is a crash whatever the counters
+
+  // The cue that is being followed.
+  double warnDistance = 1;  ///< length over which it rises
+  double warnScale = 0;     ///< hundredths of a decibel a percent of the way still to go
+  int warnPan = 0;          ///< hundredths of a decibel, negative: left
 
   // When each kind of request was answered last (ms); none: never.
   std::optional<std::int32_t> lastSayPositionTick;

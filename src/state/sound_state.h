@@ -59,4 +59,13 @@ struct SoundState {
   SoundSlot warnBuffer{"warnBuffer"};        ///< the cue of the current segment
 };
 
+/// All slots, in the order in which they are released.
+inline constexpr SoundSlot SoundState::*kSoundSlots[] = {
+    &SoundState::engineBuffer,    &SoundState::sound19Buffer, &SoundState::wallLeftBuffer,
+    &SoundState::wallRightBuffer, &SoundState::sound4Buffer,  &SoundState::markBuffer,
+    &SoundState::sound29Buffer,   &SoundState::sound18Buffer, &SoundState::sound9Buffer,
+    &SoundState::hornBuffer,      &SoundState::sound10Buffer, &SoundState::sound8Buffer,
+    &SoundState::oneShotBuffer,   &SoundState::panBuffer,     &SoundState::warnBuffer,
+};
+
 }  // namespace vorn

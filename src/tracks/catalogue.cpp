@@ -1,5 +1,6 @@
 #include "tracks/catalogue.h"
 
+#include "state/track_names.h"
 #include "tracks/special_rules.h"
 
 namespace vorn {
@@ -158,24 +159,24 @@ constexpr Segment kGenevaSegments[] = {
 
 }  // namespace
 
-constexpr Track kMaple{"Maple Leaf Tri Oval Track", " Welcome to the Maple Leaf Try Oval Track ", 1.84,
+constexpr Track kMaple{kTrackNames[0].spoken, " Welcome to the Maple Leaf Try Oval Track ", 1.84,
                        kMapleSegments};
-constexpr Track kPainsville{"Painsville Oval Track", " Welcome to the Painsville oval track ", 1.84,
+constexpr Track kPainsville{kTrackNames[1].spoken, " Welcome to the Painsville oval track ", 1.84,
                             kPainsvilleSegments};
-constexpr Track kChagrin{"Chagrin River Speedway", " Welcome to the Chagrin River Speedway ", 1.84,
+constexpr Track kChagrin{kTrackNames[2].spoken, " Welcome to the Chagrin River Speedway ", 1.84,
                          kChagrinSegments};
-constexpr Track kOhio{"Ohio Motor Speedway", " Welcome to the Ohio Motor Speedway ", 1.84, kOhioSegments};
-constexpr Track kChardon{"Chardon Hill Top Raceway", " Welcome to the Shardon Hill Top Race way ", 1,
+constexpr Track kOhio{kTrackNames[3].spoken, " Welcome to the Ohio Motor Speedway ", 1.84, kOhioSegments};
+constexpr Track kChardon{kTrackNames[4].spoken, " Welcome to the Shardon Hill Top Race way ", 1,
                          kChardonSegments, unlimitTopGear};
-constexpr Track kErie{"Erie Lake Front Motor Speedway", " Welcome to the Erie Lake Front Motor Speedway ",
-                      1.84, kErieSegments};
-constexpr Track kMentor{"Mentor Road Race Track", " Welcome to the Mentor road race track ", 1.84,
+constexpr Track kErie{kTrackNames[5].spoken, " Welcome to the Erie Lake Front Motor Speedway ", 1.84,
+                      kErieSegments};
+constexpr Track kMentor{kTrackNames[6].spoken, " Welcome to the Mentor road race track ", 1.84,
                         kMentorSegments};
-constexpr Track kKirtland{"Kirtland Dirt Mile Oval Track", " Welcome to the Kirtland dirt mile oval track ",
-                          0.5, kKirtlandSegments};
-constexpr Track kChesterland{"Chesterland Dirt Road Race Track",
-                             " Welcome to the Chesterland dirt road race track ", 1.42, kChesterlandSegments};
-constexpr Track kGeneva{"Geneva Oval Track", " Welcome to the Geneva oval track ", 1.44, kGenevaSegments};
+constexpr Track kKirtland{kTrackNames[7].spoken, " Welcome to the Kirtland dirt mile oval track ", 0.5,
+                          kKirtlandSegments};
+constexpr Track kChesterland{kTrackNames[8].spoken, " Welcome to the Chesterland dirt road race track ", 1.42,
+                             kChesterlandSegments};
+constexpr Track kGeneva{kTrackNames[9].spoken, " Welcome to the Geneva oval track ", 1.44, kGenevaSegments};
 
 std::span<const Track* const> allTracks() {
   static constexpr const Track* kAll[] = {&kMaple, &kPainsville, &kChagrin,  &kOhio,        &kChardon,

@@ -1,4 +1,4 @@
-/// The number of laps, typed and confirmed. May call input and speech.
+/// The number of laps, typed and confirmed.
 #pragma once
 
 #include "state/game_state.h"

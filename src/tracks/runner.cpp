@@ -4,11 +4,11 @@
 #include "input/events.h"
 #include "pit/pit_road.h"
 #include "race/car_tick.h"
+#include "race/cue.h"
 #include "race/race_clock.h"
 #include "race/session.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
-#include "tracks/cue.h"
 #include "tracks/laps_entry.h"
 
 namespace vorn {
@@ -47,7 +47,7 @@ LapResult driveLap(GameState& g, const Track& track) {
   for (std::size_t i = 0; i < track.segments.size(); ++i) {
     const Segment& segment = track.segments[i];
     g.segment = static_cast<int>(i) + 1;
-    startCue(g, segment);
+    startwarn(g, segmentCue(segment));
     if (i > 0) g.lapPosition -= track.segments[i - 1].length;
     const LapResult result = driveSegment(g, segment, i == 0);
     if (result != LapResult::kCompleted) return result;

@@ -1,4 +1,4 @@
-/// Runs a whole race over a track's segments. May call the race, pit road and playback.
+/// Runs a whole race over a track's segments.
 #pragma once
 
 #include "tracks/track.h"

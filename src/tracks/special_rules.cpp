@@ -2,9 +2,9 @@
 
 #include "clock/waits.h"
 #include "race/car_tick.h"
+#include "race/cue.h"
 #include "race/walls.h"
 #include "sound/playback.h"
-#include "tracks/cue.h"
 
 namespace vorn {
 namespace {
@@ -22,12 +22,6 @@ constexpr const char* kFly = "vorn7";
 constexpr const char* kLand = "vorn21";
 constexpr const char* kSplash = "vorn22";
 
-void waitForOneShot(GameState& g) {
-  do {
-    g.platform.yield();
-  } while (g.oneShotBuffer.isPlaying());
-}
-
 void flyCleanly(GameState& g) {
   play2(g, kFly);
   do {
@@ -43,13 +37,13 @@ void splash(GameState& g) {
   play2(g, kSplash);
   dyke(g, 0.2);
   g.engineBuffer->Stop();
-  waitForOneShot(g);
+  waitWhilePlaying(g.platform, g.oneShotBuffer);
 }
 
 void crashInTheWater(GameState& g, const Segment& run, const Segment& landing) {
   g.forceCrash = 1;
   g.lapPosition = kPlaceInTheWater;
-  startCue(g, landing);
+  startwarn(g, segmentCue(landing));
   c4c(g);
   g.lapPosition = run.length;
 }
@@ -83,7 +77,7 @@ void jumpSwimmingHole(GameState& g, const Segment& run, const Segment& landing) 
       return;
     case Flight::kTooFast:
       play2(g, kFly);
-      waitForOneShot(g);
+      waitWhilePlaying(g.platform, g.oneShotBuffer);
       break;
     case Flight::kTooSlow:
       play2(g, kFly);

@@ -1,5 +1,5 @@
-/// The rules that single tracks have for themselves; their tables point here.
-/// The jump may call the race, playback and waits; the rest is pure.
+/// The rules that single tracks have for themselves; their tables point here. All
+/// but the jump are pure.
 #pragma once
 
 #include "tracks/track.h"

@@ -26,6 +26,10 @@ double cueLength(const Segment& segment) {
   return segment.cueLength > 0 ? segment.cueLength : segment.length;
 }
 
+Cue segmentCue(const Segment& segment) {
+  return {segment.cue, cueLength(segment), segment.scale, segment.pan};
+}
+
 double lapLength(const Track& track) {
   double length = 0;
   for (const Segment& segment : track.segments) length += segment.length;

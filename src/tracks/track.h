@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "race/cue.h"
 #include "state/game_state.h"
 
 namespace vorn {
@@ -48,6 +49,8 @@ double lateralPush(const Push& push, double speed);
 void pushCar(RaceState& car, const Push& push);
 /// The length over which a segment's cue rises, units.
 double cueLength(const Segment& segment);
+/// The cue that announces the end of a segment.
+Cue segmentCue(const Segment& segment);
 /// The length of a lap, units.
 double lapLength(const Track& track);
 

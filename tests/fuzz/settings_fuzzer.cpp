@@ -5,7 +5,7 @@
 #include "fuzz/memory_platform.h"
 #include "input/control_maps.h"
 #include "options/options.h"
-#include "speech/voice_settings.h"
+#include "options/voice_settings.h"
 #include "state/game_state.h"
 #include "text/settings_file.h"
 

@@ -8,7 +8,6 @@ cd "$1"
 find . -name '*.h' -o -name '*.cpp' | sed 's|^\./||' | sort |
     xargs grep -HnE '^[[:blank:]]*#[[:blank:]]*include[[:blank:]]*["<]' | awk -F: '
   function floor(file) {
-    if (file ~ /^speech\/voice_settings/) return 6   # its dialogue needs input and sound
     split(file, part, "/")
     return part[1] in height ? height[part[1]] : 10
   }

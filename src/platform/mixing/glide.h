@@ -68,7 +68,6 @@ class Fade {
       : from_(from), to_(to), likeness_(likeness), frames_(frames) {}
 
   bool done() const { return at_ >= frames_; }
-  int framesLeft() const { return frames_ - at_; }
   void skip(int count) { at_ = std::min(frames_, at_ + count); }
 
   float gain() const {

@@ -1,4 +1,5 @@
 #include "options/help_texts.h"
+#include "state/track_names.h"
 
 #include <gtest/gtest.h>
 
@@ -105,7 +106,7 @@ TEST(TrackDescriptions, ReadLikeThis) {
       " followed by another two part high banked U turn to the left. And back onto the front"
       " straightaway.",
   };
-  for (int track = 1; track <= kDescribedTracks; ++track) {
+  for (int track = 1; track <= kTracks; ++track) {
     EXPECT_EQ(trackDescription(track), expected[track - 1]) << track;
   }
 }

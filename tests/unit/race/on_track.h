@@ -2,6 +2,7 @@
 #pragma once
 
 #include "race/car_tick.h"
+#include "race/cue.h"
 #include "sound/playback.h"
 #include "support/game_rig.h"
 
@@ -16,11 +17,8 @@ inline void putOnTrack(GameRig& rig, double speed, int gear) {
   g.lateralPosition = 50;
   g.fuel = 22;
   g.steerDrag = 1.84;
-  g.warnDistance = 30000;
-  g.warnScale = 30;
-  g.warnPan = -3000;
   g.speedMarkSaid.fill(1);
-  startwarn(g, 1);
+  startwarn(g, {1, 30000, 30, -3000});
   sars(g);
   g.engineBuffer->Play(SoundBuffer::kLooping);
   g.lastTickCount = g.platform.tickCount();

@@ -1,4 +1,4 @@
-#include "speech/voice_settings.h"
+#include "options/voice_settings.h"
 
 #include <algorithm>
 #include <string>
@@ -7,10 +7,10 @@
 #include "clock/waits.h"
 #include "input/choosers.h"
 #include "input/events.h"
-#include "input/key_names.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
+#include "state/key_names.h"
 #include "text/numbers.h"
 #include "text/settings_file.h"
 

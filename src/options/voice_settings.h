@@ -1,6 +1,5 @@
-/// The player's voice, its rate and volume, the volume of the sounds, and the
-/// file that keeps the four. The dialogues wait for keys and yield. May call
-/// speech, input, sound, waits and files.
+/// The player's voice, its rate and volume, the volume of the sounds, and the file
+/// that keeps the four. The dialogues wait for keys and yield.
 #pragma once
 
 #include "state/game_state.h"
