@@ -19,6 +19,15 @@ namespace {
 
 constexpr int kBadCommandLine = 2;
 
+/// The help without the library's own remarks: an option, what it takes, what it does.
+class PlainHelp : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    const std::string type = option->get_type_name();
+    return type.empty() ? "" : " " + type.substr(0, type.find(':'));  // behind it the library tells of checks
+  }
+};
+
 struct CommandLine {
   bool headless = false;
   HeadlessOptions session;
@@ -63,38 +72,49 @@ std::chrono::seconds parseTime(const std::string& text) {
          std::chrono::seconds((*numbers)[2]);
 }
 
+constexpr const char* kDesktopGroup = "At the desktop";
+
+/// After those of the desktop, which it excludes.
 void addHeadlessOptions(CLI::App& app, CommandLine& line) {
   constexpr const char* kGroup = "Headless session";
   CLI::Option* const headless =
       app.add_flag("--headless", line.headless, "play by script, without window, sound device and voice");
+  for (CLI::Option* const option : app.get_options()) {
+    if (option->get_group() == kDesktopGroup) headless->excludes(option);
+  }
   const auto belongs = [&](CLI::Option* option) { option->needs(headless)->group(kGroup); };
   headless->group(kGroup);
-  belongs(app.add_option("--script", line.files.script, "statements to carry out; - is standard input"));
-  belongs(app.add_option("--trace", line.files.trace, "where the trace goes; - is standard output"));
+  belongs(app.add_option("--script", line.files.script, "statements to carry out; - is standard input")
+              ->type_name("FILE"));
+  belongs(app.add_option("--trace", line.files.trace, "where the trace goes; - is standard output")
+              ->type_name("FILE"));
   belongs(app.add_option("--render", line.files.render,
-                         "where the sound goes: a .wav file, or raw 16-bit samples; - is standard output"));
+                         "where the sound goes: a .wav file, or raw 16-bit samples; - is standard output")
+              ->type_name("FILE"));
   belongs(app.add_flag("--controller", line.session.controller, "a game controller is attached"));
   belongs(app.add_option("--voices", line.session.voices, "number of installed voices [3]")
-              ->check(CLI::Range(0, 1000)));
-  belongs(app.add_option("--seed", line.session.seed, "seed of every random number [1]"));
+              ->check(CLI::Range(0, 1000))
+              ->type_name("N"));
+  belongs(app.add_option("--seed", line.session.seed, "seed of every random number [1]")->type_name("N"));
   belongs(app.add_option_function<std::string>(
-      "--date", [&](const std::string& text) { line.session.date = parseDate(text); },
-      "date at which the session starts [2026-03-07]"));
+                 "--date", [&](const std::string& text) { line.session.date = parseDate(text); },
+                 "date at which the session starts [2026-03-07]")
+              ->type_name("DATE"));
   belongs(app.add_option_function<std::string>(
-      "--time", [&](const std::string& text) { line.session.timeOfDay = parseTime(text); },
-      "time of day at which the session starts [12:00:00]"));
+                 "--time", [&](const std::string& text) { line.session.timeOfDay = parseTime(text); },
+                 "time of day at which the session starts [12:00:00]")
+              ->type_name("TIME"));
   belongs(app.add_option("--tick-count", line.session.tickCount,
-                         "millisecond tick count at which the session starts [1000]"));
+                         "millisecond tick count at which the session starts [1000]")
+              ->type_name("N"));
   belongs(app.add_option("--limit", line.session.limitMs,
                          "most virtual milliseconds one waiting statement may take [3600000]")
-              ->check(CLI::NonNegativeNumber));
+              ->check(CLI::NonNegativeNumber)
+              ->type_name("MS"));
 }
 
 void addDesktopOptions(CLI::App& app, CommandLine& line) {
-  constexpr const char* kGroup = "At the desktop";
-  const auto belongs = [&](CLI::Option* option) {
-    option->excludes(app.get_option("--headless"))->group(kGroup);
-  };
+  const auto belongs = [&](CLI::Option* option) { option->group(kDesktopGroup); };
   belongs(
       app.add_flag("--captions", line.desktop.captions, "everything spoken also goes to standard output"));
   CLI::Option* const demo =
@@ -102,6 +122,7 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
   belongs(demo);
   belongs(app.add_option("--track", line.desktop.track, "number of the track that it races on [1]")
               ->check(CLI::Range(1, 10))
+              ->type_name("N")
               ->needs(demo));
 }
 
@@ -145,13 +166,19 @@ int play(int argc, char** argv) {
   CLI::App app("Vorn 1 TTS, a motor race for the ears");
   CommandLine line;
   std::string folder;
-  app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION);
+  app.name("vorn1");
+  app.formatter(std::make_shared<PlainHelp>());
+  app.footer("Up and Enter start a race; the manual tells the rest: man vorn1, or docs/manual.md.");
+  app.set_help_flag("-h,--help", "say which options there are, and end");
+  app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION, "say which version this is, and end");
   app.add_option("--folder", folder, "folder of sounds, settings, records and log")
-      ->check(CLI::ExistingDirectory);
+      ->check(CLI::ExistingDirectory)
+      ->type_name("DIR");
   app.add_option("--speech", line.speech,
-                 "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak");
-  addHeadlessOptions(app, line);
+                 "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak")
+      ->type_name("VOICE");
   addDesktopOptions(app, line);
+  addHeadlessOptions(app, line);
   try {
     app.parse(argc, argv);
     checkTogether(line);
