@@ -20,12 +20,16 @@ const std::string kStartByWheel =
 
 }  // namespace
 
+std::string offTheGrid(int track, Device device) {
+  const bool hasWheel = device == Device::kWheel;
+  return atMainMenu() + (hasWheel ? chooseWheelAndTrack(track) : toTrack(track)) + enterLaps("1") +
+         (hasWheel ? kStartByWheel : startOnKeyboard());
+}
+
 OneRace::OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener) {
   session_.listener = listener;
-  const bool hasWheel = device == Device::kWheel;
-  session_.options.controller = hasWheel;
-  session_.script(atMainMenu() + (hasWheel ? chooseWheelAndTrack(track) : toTrack(track)) + enterLaps("1") +
-                  (hasWheel ? kStartByWheel : startOnKeyboard()));
+  session_.options.controller = device == Device::kWheel;
+  session_.script(offTheGrid(track, device));
   Driver atTheControls;
   atTheControls.until = " Your time for ";
   atTheControls.onTick = [&](const TickReport& tick) {

@@ -14,6 +14,9 @@ enum class Device { kWheel, kKeys };
 /// Statements after a tick, one a line; they may hold "end".
 using TickDriver = std::function<std::string(const TickReport&)>;
 
+/// From the start of the program to the first car tick of one lap of track 1 .. 10.
+std::string offTheGrid(int track, Device device);
+
 class OneRace {
  public:
   /// Drives track 1 .. 10 from the main menu to its results, or to the driver's "end".
