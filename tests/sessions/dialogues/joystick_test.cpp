@@ -101,6 +101,14 @@ TEST(ConfigureJoystick, TwelveAnswersAreSavedInTheOrderOfTheFile) {
   EXPECT_EQ(wizard.file(kFile), "20\r\n21\r\n22\r\n23\r\n26\r\n27\r\n28\r\n29\r\n24\r\n25\r\n1\r\n1\r\n");
 }
 
+TEST(ConfigureJoystick, ButtonsCountFromZero) {
+  Wizard wizard;
+  EXPECT_EQ(wizard.play(answers(1, 2) + listening(3) + presses(0) + listening(4) + presses(0) + listening(4) +
+                        presses(31) + answers(5, 12)),
+            asked(1, 4) + kUsed + asked(4, 12) + kThanks);
+  EXPECT_EQ(wizard.file(kFile), "0\r\n31\r\n22\r\n23\r\n26\r\n27\r\n28\r\n29\r\n24\r\n25\r\n1\r\n1\r\n");
+}
+
 TEST(ConfigureJoystick, TheNextStartUsesTheNewButtons) {
   Wizard wizard;
   wizard.play(answers(1, 12));

@@ -50,6 +50,15 @@ TEST(Settimes, AWholeMinuteIsAMinute) {
   EXPECT_EQ(race.raceSeconds, 0);
 }
 
+TEST(Settimes, SixtyMinutesAreAnHour) {
+  RaceState race;
+  race.raceTicks = ticksOf(3600);
+  settimes(race, 0);
+  EXPECT_EQ(race.raceHours, 1);
+  EXPECT_EQ(race.raceMinutes, 0);
+  EXPECT_EQ(race.raceSeconds, 0);
+}
+
 TEST(Settimes, KeepsTheHoursOfEarlierRaces) {
   RaceState race;
   race.raceHours = 1;

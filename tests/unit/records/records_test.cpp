@@ -65,6 +65,20 @@ TEST(RecordFile, WithAWrongTagOrLengthItIsDamaged) {
   }
 }
 
+TEST(RecordFile, HoldsCharactersUpTo255) {
+  std::string bytes = encodeRecord({61.999, {12, 31, 2026}, "A\xFF"});
+  const auto record = decodeRecord(bytes);
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record->holder, "A\xFF");
+  const std::size_t upperByte = bytes.size() - 1;
+  bytes[upperByte] = 1;  // 0x1FF
+  EXPECT_FALSE(decodeRecord(bytes));
+  bytes[upperByte - 1] = 0;  // 0x100
+  EXPECT_FALSE(decodeRecord(bytes));
+  bytes[upperByte] = '\xFF';  // below 0
+  EXPECT_FALSE(decodeRecord(bytes));
+}
+
 TEST(RecordFile, WithAnImpossibleTimeItIsDamaged) {
   for (const double time :
        {-1.0, 1e300, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
@@ -87,6 +101,11 @@ TEST(TimeInWords, TakesOutMinutesAndHours) {
 }
 
 // Minutes taken out of a binary fraction leave noise behind.
+TEST(TimeInWords, AWholeHourHasNoMinutes) {
+  EXPECT_EQ(timeInWords(3600), "1 hour 0 point 0 0 0 ");
+  EXPECT_EQ(timeInWords(3599.999), "59 minutes 59 point 9 9 9 ");
+}
+
 TEST(TimeInWords, KeepsEveryMillisecondOfALongTime) {
   for (const int hours : {0, 1, 2, 27}) {
     for (int ms = 0; ms < 3600000; ms += 331) {

@@ -1,9 +1,11 @@
 #include "platform/common/folder_files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,6 +14,36 @@
 
 #include "platform/errors.h"
 #include "support/temporary_folder.h"
+
+namespace {
+
+/// What the calls below were asked for, and which of them fails.
+struct DiskCalls {
+  std::vector<std::string> made;
+  std::string failing;
+
+  int answer(const std::string& call) {
+    made.push_back(call);
+    if (call != failing) return 0;
+    errno = EIO;
+    return -1;
+  }
+};
+DiskCalls disk;
+
+}  // namespace
+
+// In place of the system's, which they call.
+extern "C" int fsync(int descriptor) {
+  struct stat status {};
+  fstat(descriptor, &status);
+  const int answer = disk.answer(S_ISDIR(status.st_mode) ? "fsync folder" : "fsync file");
+  return answer != 0 ? answer : static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+extern "C" int rename(const char* from, const char* to) noexcept {
+  const int answer = disk.answer("rename");
+  return answer != 0 ? answer : static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
 
 namespace vorn {
 namespace {
@@ -222,6 +254,49 @@ TEST_F(FolderFilesTest, AFullDiskLosesNothing) {
   EXPECT_EQ(get("log"), "line 1\r\n");
   EXPECT_THAT(folder.names(), testing::UnorderedElementsAre("record", "log"));
   EXPECT_THAT(told, IsEmpty());
+}
+
+/// A disk whose next calls are watched, and one of them failing.
+class FailingDisk {
+ public:
+  explicit FailingDisk(const std::string& failing = "") { disk = {{}, failing}; }
+  ~FailingDisk() { disk = {}; }
+};
+
+TEST_F(FolderFilesTest, WhatIsWrittenReachesTheDiskBeforeItIsRenamedAndItsFolderAfter) {
+  const FailingDisk watched;
+  files.write("record", "new");
+  EXPECT_THAT(disk.made, ElementsAre("fsync file", "rename", "fsync folder"));
+  disk.made.clear();
+  files.append("log", "line\r\n");
+  EXPECT_THAT(disk.made, ElementsAre("fsync file"));
+}
+
+TEST_F(FolderFilesTest, ARenameThatFailsLosesNothing) {
+  put("record", "the old record");
+  const FailingDisk failing("rename");
+  EXPECT_THROW(files.write("record", "new"), PlatformError);
+  EXPECT_EQ(get("record"), "the old record");
+  EXPECT_THAT(folder.names(), ElementsAre("record"));
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FolderFilesTest, WhatDoesNotReachTheDiskIsAFailedCall) {
+  put("record", "the old record");
+  put("log", "line 1\r\n");
+  const FailingDisk failing("fsync file");
+  EXPECT_THROW(files.write("record", "new"), PlatformError);
+  EXPECT_THROW(files.append("log", "line 2\r\n"), PlatformError);
+  EXPECT_EQ(get("record"), "the old record");
+  EXPECT_EQ(get("log"), "line 1\r\n");
+  EXPECT_THAT(folder.names(), testing::UnorderedElementsAre("record", "log"));
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FolderFilesTest, AFolderThatCannotBeSyncedIsNoFailure) {
+  const FailingDisk failing("fsync folder");  // some disks know no such thing
+  EXPECT_NO_THROW(files.write("record", "new"));
+  EXPECT_EQ(get("record"), "new");
 }
 
 /// Gives up the rights of the superuser while it lives, where the test has them.

@@ -60,6 +60,17 @@ TEST_F(CaptionPainterTest, LongTextsAreWrappedAndEndAtTheWindowsEdge) {
   EXPECT_GT(pixels(*surface, 320, 360), 100);
 }
 
+TEST_F(CaptionPainterTest, OnlyTheLastEightStand) {
+  painter.add("the ninth");
+  for (int i = 0; i < 8; ++i) {
+    painter.add("");
+  }
+  painter.add("the latest");
+  painter.paint(*surface);
+  EXPECT_GT(pixels(*surface, 0, 60, 250), 100);
+  EXPECT_EQ(pixels(*surface, 60, 360), 0);
+}
+
 TEST_F(CaptionPainterTest, LettersGrowWithTheWindow) {
   painter.add("Lap 3");
   painter.paint(*surface);

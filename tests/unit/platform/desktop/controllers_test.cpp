@@ -34,6 +34,12 @@ class VirtualController {
   void button(int number, bool down) {
     EXPECT_EQ(SDL_JoystickSetVirtualButton(joystick_, number, down ? 1 : 0), 0) << SDL_GetError();
   }
+  /// Opened anew, it stands as it was left: so a controller rests when it is plugged in.
+  void openAnew() {
+    SDL_JoystickClose(joystick_);
+    joystick_ = SDL_JoystickOpen(index_);
+    EXPECT_NE(joystick_, nullptr) << SDL_GetError();
+  }
   void unplug() {
     if (joystick_ == nullptr) {
       return;
@@ -164,6 +170,27 @@ TEST_F(ControllersTest, AWheelsPedalsMakeOneAxisGasForward) {
     yield();
     EXPECT_NEAR(device->GetDeviceStateJoystick().x, -5000, 1);
   }
+}
+
+TEST_F(ControllersTest, APedalMayRestAtTheLowEndOfItsAxis) {
+  VirtualController wheel(SDL_JOYSTICK_TYPE_WHEEL, 3, 10);
+  wheel.axis(1, -32768);  // gas
+  wheel.axis(2, 32767);   // brake, as usual
+  yield();
+  wheel.openAnew();
+  const auto device = acquired(wheel);
+  const auto y = [&] {
+    yield();
+    return device->GetDeviceStateJoystick().y;
+  };
+  EXPECT_EQ(y(), 0) << "pedals at rest";
+  wheel.axis(1, 32767);
+  EXPECT_EQ(y(), -10000);
+  wheel.axis(1, 0);
+  EXPECT_NEAR(y(), -5000, 1);
+  wheel.axis(1, -32768);
+  wheel.axis(2, -32768);
+  EXPECT_EQ(y(), 10000);
 }
 
 TEST_F(ControllersTest, AWheelWithOnePedalAxisIsReadAsItIs) {

@@ -6,11 +6,13 @@
 
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <sstream>
 #include <thread>
 
+#include "platform/desktop/tick_clock.h"
 #include "support/temporary_folder.h"
 #include "support/wav_maker.h"
 
@@ -18,6 +20,7 @@ namespace vorn {
 namespace {
 
 using namespace std::chrono_literals;
+namespace fs = std::filesystem;
 using std::chrono::steady_clock;
 
 /// Environment variables of one test; afterwards they are as before.
@@ -265,6 +268,85 @@ TEST_F(DesktopPlatformTest, ChanceDiffersFromRunToRun) {
     firsts.insert(number);
   }
   EXPECT_EQ(firsts.size(), 3U);
+}
+
+TEST_F(DesktopPlatformTest, ChanceDiffersFromStartToStart) {
+  std::set<double> firsts;
+  for (int i = 0; i < 3; ++i) {
+    firsts.insert(platform().randomFraction());
+    reopen();
+  }
+  EXPECT_EQ(firsts.size(), 3U);
+}
+
+TEST_F(DesktopPlatformTest, AWindowThatNeverHadTheFocusIsHeard) {
+  // The dummy window gets none, as one that opens behind another; the start-up speaks and sounds all the
+  // same.
+  const fs::path heard = folder.path() / "heard.raw";
+  environment.set("SDL_DISKAUDIOFILE", heard.string());
+  folder.write("loud.wav", makeWav(2205, {22050, 1, 16}, [](int) { return 0.5; }));
+  auto device = platform().createSoundDevice();
+  auto buffer = device->CreateSoundBufferFromFile("markBuffer", "loud.wav", 224);
+  platform().yield();
+  platform().yield();
+  buffer->Play(0);
+  while (buffer->GetStatus() == SoundBuffer::kPlaying) {
+    platform().yield();
+  }
+  buffer.reset();
+  device.reset();
+  reopen();
+  EXPECT_NE(folder.read("heard.raw").find_first_not_of('\0'), std::string::npos);
+}
+
+TEST_F(DesktopPlatformTest, AClosedWindowAnswersABoxAndIsStillToBeClosed) {
+  options.answerBoxes = false;
+  platform().yield(0);
+  askToClose();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(platform().messageBox("Press a key."), 1);
+  testing::internal::GetCapturedStderr();
+  const auto askOnAndOn = [this] {
+    for (int i = 0; i < 10; ++i) {
+      platform().yield();
+    }
+  };
+  EXPECT_THROW(askOnAndOn(), WindowClosed);
+}
+
+TEST_F(DesktopPlatformTest, InTheLastTwoMillisecondsOfAWaitOnlyTheEndCounts) {
+  const TickClock clock;
+  platform().yield(0);
+  press(SDL_SCANCODE_RETURN, SDLK_RETURN);
+  for (int i = 0; i < 20; ++i) {
+    const std::int32_t start = clock.now();
+    clock.waitForEvent(2);
+    EXPECT_GE(clock.now() - start, 2);
+  }
+  int early = 0;
+  for (int i = 0; i < 200 && early == 0; ++i) {
+    const std::int32_t start = clock.now();
+    clock.waitForEvent(3);
+    early = clock.now() - start < 3;
+  }
+  EXPECT_EQ(early, 1) << "three milliseconds before its end a wait still looks for events";
+}
+
+TEST_F(DesktopPlatformTest, TheVoiceIsHeardOutOfTheDevicesBuffersToo) {
+  // Behind the last sample stand three buffers that the device has not played yet.
+  constexpr int kFrames = 4096;
+  const fs::path heard = folder.path() / "heard.raw";
+  environment.set("SDL_DISKAUDIOFILE", heard.string());
+  options.audioFrames = kFrames;
+  auto voice = platform().createVoice();
+  voice->Speak("one", speak_flags::kSynchronous);
+  voice.reset();
+  reopen();
+  const std::string bytes = folder.read("heard.raw");
+  const std::size_t lastSound = bytes.find_last_not_of('\0');
+  ASSERT_NE(lastSound, std::string::npos);
+  constexpr std::size_t kBytesAFrame = 8;
+  EXPECT_GE((bytes.size() - lastSound) / kBytesAFrame, 3U * kFrames - 500);
 }
 
 TEST_F(DesktopPlatformTest, FilesAreThoseOfTheFolder) {

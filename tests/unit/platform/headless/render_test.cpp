@@ -225,6 +225,19 @@ TEST_F(HeadlessRender, APurgeSilencesTheSynthesiserAtOnce) {
   EXPECT_LT(level(Side::kLeft, 510, 1000), 0.0001);
 }
 
+TEST_F(HeadlessRender, ATextWithoutASoundTakesTheSynthesiserAMillisecond) {
+  options.speech = HeadlessSpeech::kEspeak;
+  scene([&](HeadlessPlatform& p) {
+    const auto voice = p.createVoice();
+    voice->Speak("", speak_flags::kSynchronous);
+    EXPECT_EQ(now(), 1);
+    voice->Speak("", speak_flags::kQueue);
+    EXPECT_EQ(voice->RunningState(), Voice::kSpeaking);
+    p.yield();
+    EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
+  });
+}
+
 TEST_F(HeadlessRender, TheSynthesiserTakesItsRate) {
   options.speech = HeadlessSpeech::kEspeak;
   render = nullptr;

@@ -190,6 +190,13 @@ TEST_F(HeadlessTime, TheLimitIsForEachStatementNotForTheScript) {
   EXPECT_EQ(run("wait 40\nwait 40\nwait 40\nwait 50\nend"), 0);
 }
 
+TEST_F(HeadlessTime, TheLimitIsForTheWholeStatementHoweverManyStepsItHas) {
+  options.limitMs = 100;  // a key that is typed is down for 60 ms
+  EXPECT_EQ(run("type a\ntype a\nend"), 0);
+  EXPECT_EQ(run("echo on\ntype aa"), 4);
+  EXPECT_THAT(diagnostics.str(), HasSubstr("test.script:2: waited 100 ms for 60 ms to pass"));
+}
+
 TEST_F(HeadlessTime, ALineThatCannotBeUnderstoodEndsTheSession) {
   EXPECT_EQ(run("# start\nwait 3\njump high\necho never"), 2);
   EXPECT_EQ(diagnostics.str(), "test.script:3: there is no such statement: jump\n");
