@@ -7,9 +7,11 @@
 #include <optional>
 #include <string>
 
+#include "platform/common/voice_probe.h"
 #include "platform/headless/session_files.h"
 #include "program/desktop_program.h"
 #include "program/installation.h"
+#include "program/standard_streams.h"
 #include "shell/start_up.h"
 #include "state/fields.h"
 #include "state/game_state.h"
@@ -17,6 +19,7 @@
 namespace vorn {
 namespace {
 
+constexpr int kFailed = 1;
 constexpr int kBadCommandLine = 2;
 
 /// The help without the library's own remarks: an option, what it takes, what it does.
@@ -145,6 +148,12 @@ SpeechChoice speechChoice(const std::string& name) {
 }
 
 int playHeadless(const CommandLine& line) {
+  if (line.session.speech == HeadlessSpeech::kEspeak) {
+    if (const std::string damage = damageOfVoiceData(); !damage.empty()) {
+      std::cerr << damage << std::endl;
+      return kFailed;
+    }
+  }
   std::optional<SessionFiles> files;
   try {
     files.emplace(line.files);
@@ -173,6 +182,9 @@ int play(int argc, char** argv) {
   app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION, "say which version this is, and end");
   app.add_option("--folder", folder, "folder of sounds, settings, records and log")
       ->check(CLI::ExistingDirectory)
+      ->check([](const std::string& name) {
+        return name.starts_with('-') ? "give a folder whose name begins with - as ./" + name : "";
+      })
       ->type_name("DIR");
   app.add_option("--speech", line.speech,
                  "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak")
@@ -194,7 +206,7 @@ int play(int argc, char** argv) {
     return playOnDesktop(line.desktop);
   } catch (const std::exception& error) {
     std::cerr << error.what() << std::endl;
-    return 1;
+    return kFailed;
   }
 }
 
@@ -202,6 +214,7 @@ int play(int argc, char** argv) {
 }  // namespace vorn
 
 int main(int argc, char** argv) {
+  vorn::openStandardStreams();
   vorn::useInstalledVoiceData();
   return vorn::play(argc, argv);
 }

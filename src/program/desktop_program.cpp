@@ -3,19 +3,20 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <string>
 
 #include "demo/demo_platform.h"
 #include "demo/virtual_demo.h"
+#include "platform/common/voice_probe.h"
 #include "platform/headless/session_files.h"
 #include "program/game_folder.h"
+#include "program/standard_streams.h"
 #include "shell/start_up.h"
 
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kDemoFile = "demo.wav";
 
 void reportError(Platform& platform, GameState& game, const std::string& text) {
   std::cerr << text << std::endl;
@@ -38,17 +39,23 @@ int playOn(Platform& platform) {
   }
 }
 
+/// A name in `folder` that no file bears: whatever stands there is the player's.
+fs::path freeName(const fs::path& folder) {
+  std::error_code error;
+  fs::path name = folder / "demo.wav";
+  for (int number = 2; fs::exists(fs::symlink_status(name, error)); ++number) {
+    name = folder / ("demo-" + std::to_string(number) + ".wav");
+  }
+  return name;
+}
+
 /// The demonstration in virtual time, into a file that can be listened to anywhere.
 int recordDemonstration(const fs::path& folder, int track) {
-  std::error_code error;
-  const fs::path current = fs::current_path(error);
-  const auto sink = [&] {
-    try {
-      return openRenderSink((current / kDemoFile).string());
-    } catch (const PlatformError&) {
-      return openRenderSink((folder / kDemoFile).string());
-    }
-  }();
+  const fs::path file = fs::absolute(freeName(folder));
+  std::cerr << "Until then, a demonstration lap: what it sounds like goes to " << file.string()
+            << ", what is said follows.\n"
+            << std::endl;
+  const auto sink = openRenderSink(file.string());
   HeadlessOptions options;
   options.folder = folder;
   options.speech = HeadlessSpeech::kEspeak;
@@ -60,24 +67,28 @@ int recordDemonstration(const fs::path& folder, int track) {
 }  // namespace
 
 int playOnDesktop(const DesktopRequest& request) {
-  const fs::path folder = gameFolder(request.folder);
-  fillWithSounds(folder);
+  const GameFolder folder = gameFolder(request.folder);
+  fillWithSounds(folder.path);
+  ignoreBrokenPipes();
+  if (const std::string damage = damageOfVoiceData(); !damage.empty()) {
+    std::cerr << damage << std::endl;
+    return 1;
+  }
+  CaptionStream captions;
   DesktopOptions options;
-  options.folder = folder;
+  options.folder = folder.path;
+  options.startsPrograms = folder.isTrusted;
   options.speech = request.speech;
-  if (request.captions && !request.demonstration) options.captions = &std::cout;
+  if (request.captions && !request.demonstration) options.captions = &captions;
   std::unique_ptr<Platform> desktop;
   try {
     desktop = makeDesktopPlatform(options);
   } catch (const DesktopUnavailable& missing) {
-    std::cerr << missing.what()
-              << "\nUntil then, a demonstration lap without them: what it sounds like goes to " << kDemoFile
-              << ", what is said follows.\n"
-              << std::endl;
-    return recordDemonstration(folder, request.track);
+    std::cerr << missing.what() << std::endl;
+    return recordDemonstration(folder.path, request.track);
   }
   if (!request.demonstration) return playOn(*desktop);
-  return playOn(*makeDemoPlatform(*desktop, request.track, std::cout));
+  return playOn(*makeDemoPlatform(*desktop, request.track, captions));
 }
 
 }  // namespace vorn

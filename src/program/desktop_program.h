@@ -17,7 +17,7 @@ struct DesktopRequest {
 };
 
 /// Plays until the player leaves. Where there is no display or no sound device,
-/// says so and leaves a demonstration in `demo.wav`. Returns the exit status:
+/// says so and leaves a demonstration in a file of the game's folder. Returns the exit status:
 /// 1 after an error, which stands on standard error and is said.
 int playOnDesktop(const DesktopRequest& request);
 

@@ -1,6 +1,11 @@
 #include "program/game_folder.h"
 
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -30,11 +35,17 @@ fs::path dataHome() {
   return fs::path(home ? home : ".") / ".local" / "share";
 }
 
-/// For the shell; a path may hold anything but its own closing quote.
-std::string quoted(const fs::path& path) {
-  std::string text = "'";
-  for (const char c : path.string()) text += c == '\'' ? "'\\''" : std::string(1, c);
-  return text + "'";
+/// Runs `program` with one argument and waits for it. Returns whether all went well.
+bool run(const fs::path& program, const fs::path& argument) {
+  std::string name = program.string(), value = argument.string();
+  char* const words[] = {name.data(), value.data(), nullptr};
+  pid_t child = 0;
+  int status = 0;
+  if (::posix_spawn(&child, name.c_str(), nullptr, nullptr, words, environ) != 0) return false;
+  while (::waitpid(child, &status, 0) < 0) {
+    if (errno != EINTR) return false;
+  }
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 // Copies the installed sound to `folder` where it is missing there, has another length or is older.
@@ -59,13 +70,14 @@ void copyInstalled(const std::string& name, const fs::path& folder) {
 
 }  // namespace
 
-fs::path gameFolder(const fs::path& asked) {
-  if (!asked.empty()) return asked;
-  fs::path current = fs::current_path();
-  if (holdsSounds(current)) return current;
-  fs::path own = dataHome() / "vorn1";
+GameFolder gameFolder(const fs::path& asked) {
+  if (!asked.empty()) return {asked, true};
+  const fs::path own = dataHome() / "vorn1";
+  std::error_code error;
+  const fs::path current = fs::current_path(error);
+  if (!error && holdsSounds(current)) return {current, fs::equivalent(current, own, error)};
   fs::create_directories(own);
-  return own;
+  return {own, true};
 }
 
 void fillWithSounds(const fs::path& folder) {
@@ -75,7 +87,7 @@ void fillWithSounds(const fs::path& folder) {
   const fs::path tool = programFile().parent_path() / kSoundTool;
   if (!fs::exists(tool, error)) return;
   std::cerr << "Making the sounds in " << folder.string() << '.' << std::endl;
-  if (std::system((quoted(tool) + " " + quoted(folder)).c_str()) != 0) {
+  if (!run(tool, folder)) {
     std::cerr << "The sounds could not be made." << std::endl;
   }
 }

@@ -5,9 +5,16 @@
 
 namespace vorn {
 
+struct GameFolder {
+  std::filesystem::path path;
+  /// Asked for, or the player's own: programs in it are his. A folder that was
+  /// merely found may hold anybody's.
+  bool isTrusted;
+};
+
 /// `asked` where it is not empty; else the current folder when it holds the
 /// sounds, else the player's own data folder (made where there is none).
-std::filesystem::path gameFolder(const std::filesystem::path& asked);
+GameFolder gameFolder(const std::filesystem::path& asked);
 
 /// Puts the sounds that are missing or out of date into `folder`: the installed ones, or, where none
 /// are installed, made by the tool that lies beside this program. Waits for it; what cannot be had is

@@ -24,6 +24,7 @@ class Player {
   /// The next text; nothing where none comes in time.
   std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
   void rest(int milliseconds);
+  pid_t process() const { return game_.process(); }
   int waitForEnd() { return game_.waitForEnd(); }
 
   KeyPresser keys;

@@ -30,12 +30,12 @@ races_a_lap() {
   grep -q '^ Your time for 1 lap on the Maple Leaf Tri Oval Track is, ' "$work/said" || fail "no result was said"
   # Ten seconds of CD-like sound at the very least.
   [[ $(find "$root" -name demo.wav -size +1800k | wc -l) == 1 ]] || fail "no lap in demo.wav"
-  diff -r "$build/sounds" "$own" >&2 || fail "the player's sounds are not the installed ones"
+  diff -r --exclude='demo*.wav' "$build/sounds" "$own" >&2 || fail "the player's sounds are not the installed ones"
 
   rm "$own/vorn1t1.wav"
   echo damaged >"$own/vorn1t2.wav"
   in_root "$root" "$2" --demo >/dev/null 2>&1
-  diff -r "$build/sounds" "$own" >&2 || fail "damaged sounds were not replaced"
+  diff -r --exclude='demo*.wav' "$build/sounds" "$own" >&2 || fail "damaged sounds were not replaced"
 }
 
 "$source/packaging/package" --build "$build" --output "$work/packages"

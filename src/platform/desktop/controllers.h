@@ -26,7 +26,7 @@ namespace vorn {
 /// SDL's controllers for as long as it lives.
 class Controllers {
  public:
-  /// Throws `PlatformError` where SDL refuses.
+  /// Where SDL refuses there are no controllers; the reason goes to standard error.
   Controllers();
   ~Controllers();
   Controllers(const Controllers&) = delete;

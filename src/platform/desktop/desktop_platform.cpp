@@ -94,7 +94,7 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<Voice> createVoice() override;
 
   Files& files() override { return files_; }
-  void startProgram(const std::string& name, int) override { launch(files_.pathOf("Shell", name)); }
+  void startProgram(const std::string& name, int windowStyle) override;
 
   double randomFraction() override { return random_.fraction(); }
   void reseedRandom() override { random_.reseed(clockSeed()); }
@@ -135,6 +135,16 @@ double DesktopPlatform::secondsSinceMidnight() {
 Date DesktopPlatform::today() {
   const std::tm local = localTime(std::chrono::system_clock::now());
   return {local.tm_mon + 1, local.tm_mday, local.tm_year + 1900};
+}
+
+void DesktopPlatform::startProgram(const std::string& name, int) {
+  const std::filesystem::path program = files_.pathOf("Shell", name);
+  if (!options_.startsPrograms) {
+    std::cerr << program.string() << " was not started: give its folder with --folder to have it started."
+              << std::endl;
+    return;
+  }
+  launch(program);
 }
 
 int DesktopPlatform::messageBox(const std::string& text) {
@@ -232,8 +242,20 @@ std::string explained(DesktopUnavailable::Missing thing, const std::string& reas
 DesktopUnavailable::DesktopUnavailable(Missing thing, const std::string& reason)
     : std::runtime_error(explained(thing, reason)), missing(thing) {}
 
+DesktopUnavailable::DesktopUnavailable(const DesktopUnavailable& display, const DesktopUnavailable& sound)
+    : std::runtime_error(std::string(display.what()) + "\n" + sound.what()), missing(Missing::kBoth) {}
+
 std::unique_ptr<Platform> makeDesktopPlatform(const DesktopOptions& options) {
-  return std::make_unique<DesktopPlatform>(options);
+  try {
+    return std::make_unique<DesktopPlatform>(options);
+  } catch (const DesktopUnavailable& sound) {
+    const std::string noDisplay =
+        sound.missing == DesktopUnavailable::Missing::kSound ? Window::missingDisplay() : "";
+    if (noDisplay.empty()) {
+      throw;
+    }
+    throw DesktopUnavailable(DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, noDisplay), sound);
+  }
 }
 
 }  // namespace vorn

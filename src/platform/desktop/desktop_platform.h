@@ -19,6 +19,7 @@ struct DesktopOptions {
   SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own where its daemon runs
   std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
   int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
+  bool startsPrograms = true;                 ///< whether programs of the folder may be started
   bool answerBoxes = false;                   ///< message boxes go to standard error and are answered at once
 };
 
@@ -26,9 +27,11 @@ struct DesktopOptions {
 /// on it as it is. `what()` tells the player which, why, and what helps.
 class DesktopUnavailable : public std::runtime_error {
  public:
-  enum class Missing { kDisplay, kSound };
+  enum class Missing { kDisplay, kSound, kBoth };
 
   DesktopUnavailable(Missing thing, const std::string& reason);
+  /// Of a machine that has neither.
+  DesktopUnavailable(const DesktopUnavailable& display, const DesktopUnavailable& sound);
 
   const Missing missing;
 };

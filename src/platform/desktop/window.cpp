@@ -8,6 +8,7 @@
 
 #include "platform/desktop/desktop_platform.h"
 #include "platform/desktop/keyboard.h"
+#include "platform/desktop/quit_signals.h"
 
 namespace vorn {
 namespace {
@@ -21,25 +22,54 @@ bool showsNothing(const char* driver) {
   return isBlind && SDL_getenv("SDL_VIDEODRIVER") == nullptr;
 }
 
+/// Starts SDL's video. Returns why there is no display, empty where there is one.
+std::string openDisplay() {
+  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+    return SDL_GetError();
+  }
+  if (showsNothing(SDL_GetCurrentVideoDriver())) {
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    return "no screen was found";
+  }
+  return "";
+}
+
+/// A signal is a request to close the window.
+void passSignalsOn() {
+  while (takeQuitSignal()) {
+    SDL_Event event{};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+  }
+}
+
 }  // namespace
+
+std::string Window::missingDisplay() {
+  std::string reason = openDisplay();
+  if (reason.empty()) {
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+  }
+  return reason;
+}
 
 Window::Window() {
   SDL_SetHint(SDL_HINT_APP_NAME, "Vorn 1 TTS");
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION,
               "0");  // a few lines of text are not worth a graphics library
-  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
-    throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, SDL_GetError());
-  }
-  const bool isBlind = showsNothing(SDL_GetCurrentVideoDriver());
-  if (!isBlind) {
+  std::string missing = openDisplay();
+  if (missing.empty()) {
     window_ = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kWidth, kHeight,
                                SDL_WINDOW_RESIZABLE);
+    if (window_ == nullptr) {
+      missing = SDL_GetError();
+      SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
   }
-  if (window_ == nullptr) {
-    const std::string reason = isBlind ? "no screen was found" : SDL_GetError();
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
-    throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, reason);
+  if (!missing.empty()) {
+    throw DesktopUnavailable(DesktopUnavailable::Missing::kDisplay, missing);
   }
+  catchQuitSignals();
   SDL_StopTextInput();  // the game asks for keys, not for text: no input method may swallow them
   SDL_RaiseWindow(window_);
   paint();
@@ -83,6 +113,7 @@ bool Window::isInBackground() {
 }
 
 void Window::pump() {
+  passSignalsOn();
   SDL_PumpEvents();
 }
 
@@ -91,6 +122,7 @@ bool Window::isToBeClosed() const {
 }
 
 void Window::deliver(EventReceiver* receiver) {
+  passSignalsOn();
   SDL_Event event;
   while (SDL_PollEvent(&event) != 0) {
     if (event.type == SDL_QUIT) {
@@ -123,8 +155,13 @@ void Window::showBox(const std::string& text) {
 
 void Window::waitForAnswer() {
   constexpr SDL_Keycode kAnswers[] = {SDLK_RETURN, SDLK_KP_ENTER, SDLK_SPACE, SDLK_ESCAPE};
-  SDL_Event event;
-  while (SDL_WaitEvent(&event) != 0) {
+  constexpr int kNextLookMs = 50;
+  for (;;) {
+    passSignalsOn();
+    SDL_Event event;
+    if (SDL_WaitEventTimeout(&event, kNextLookMs) == 0) {
+      continue;
+    }
     if (event.type == SDL_QUIT) {
       SDL_PushEvent(&event);  // for whoever asks next
       return;

@@ -16,6 +16,8 @@ class Window {
  public:
   /// Opens it. Throws `DesktopUnavailable` where there is no display to open it on.
   Window();
+  /// The reason why there is no display; empty where there is one.
+  static std::string missingDisplay();
   ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;

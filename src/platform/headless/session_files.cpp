@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 
 namespace vorn {
@@ -13,6 +14,8 @@ constexpr const char* kStandard = "-";
 template <typename Stream, typename File>
 Stream& open(File& file, Stream& standard, const char* what, const std::string& name) {
   if (name == kStandard) return standard;
+  std::error_code ignored;
+  if (std::filesystem::is_directory(name, ignored)) throw PlatformError(what, name, "is a folder");
   file.open(name, std::ios::binary | (std::is_same_v<File, std::ifstream> ? std::ios::in : std::ios::out));
   if (!file) throw PlatformError(what, name, std::strerror(errno));
   return file;

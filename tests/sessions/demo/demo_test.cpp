@@ -75,7 +75,7 @@ TEST(Demonstration, TakesTheTimeThatItPlays) {
 
 // --- As a program
 
-/// The program without a display, in an empty folder; sounds elsewhere.
+/// The program without a display, its folder elsewhere.
 class WithoutDisplay : public testing::Test {
  protected:
   WithoutDisplay() { linkSounds(sounds); }
@@ -95,7 +95,7 @@ TEST_F(WithoutDisplay, TheDemonstrationIsHeardFromAFile) {
   EXPECT_EQ(finished.exitStatus, 0);
   EXPECT_THAT(finished.errors, HasSubstr("demo.wav"));
   EXPECT_THAT(finished.output, HasSubstr(" Your time for 1 lap on the Maple Leaf Tri Oval Track is, "));
-  SndfileHandle heard(folder.path() / "demo.wav");
+  SndfileHandle heard(sounds.path() / "demo.wav");
   EXPECT_EQ(heard.channels(), 2);
   EXPECT_GT(heard.frames(), 60 * heard.samplerate());
 }
@@ -112,7 +112,7 @@ TEST_F(WithoutDisplay, ATrackIsOneOfTenAndForTheDemonstrationAlone) {
     const Finished finished = play(options);
     EXPECT_EQ(finished.exitStatus, 2);
     EXPECT_THAT(finished.errors, HasSubstr("--track"));
-    EXPECT_FALSE(folder.has("demo.wav"));
+    EXPECT_FALSE(sounds.has("demo.wav"));
   }
 }
 

@@ -1,0 +1,230 @@
+// The program at the desktop, with what is around it failing. Runs within with_desktop.sh.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "desktop/player.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+using testing::HasSubstr;
+
+constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
+
+/// Waits for the end of a child, at most `limit`. Returns its exit status, -1 where it
+/// was killed, -2 where it lives on (it is killed then).
+int endOf(pid_t child, std::chrono::seconds limit = 20s) {
+  const auto end = steady_clock::now() + limit;
+  int status = 0;
+  while (waitpid(child, &status, WNOHANG) == 0) {
+    if (steady_clock::now() > end) {
+      kill(child, SIGKILL);
+      waitpid(child, &status, 0);
+      return -2;
+    }
+    std::this_thread::sleep_for(10ms);
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class DesktopFaults : public testing::Test {
+ protected:
+  DesktopFaults() {
+    copySounds(folder);
+    folder.write("vorn1voc.cfg", kQuickVoice);
+  }
+  bool waitUntil(const std::function<bool()>& condition) {
+    const auto end = steady_clock::now() + 20s;
+    while (!condition()) {
+      if (steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(20ms);
+    }
+    return true;
+  }
+  /// Starts the program from `directory`, its captions going to `output`.
+  pid_t start(int output, const std::vector<std::string>& options, const fs::path& directory = ".") {
+    std::vector<std::string> words{VORN_PROGRAM, "--captions", "--speech", "espeak"};
+    words.insert(words.end(), options.begin(), options.end());
+    const pid_t child = fork();
+    if (child != 0) return child;
+    dup2(output, STDOUT_FILENO);
+    (void)!chdir(directory.c_str());
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    execv(VORN_PROGRAM, arguments.data());
+    _exit(127);
+  }
+  bool hasLog() { return folder.has("vorn1log.txt"); }
+
+  TemporaryFolder folder;
+  KeyPresser keys;
+};
+
+// --- Captions
+
+TEST_F(DesktopFaults, AReaderThatHasGoneCostsOnlyTheCaptions) {
+  int pipe[2];
+  ASSERT_EQ(pipe2(pipe, O_CLOEXEC), 0);
+  const pid_t game = start(pipe[1], {"--folder", folder.path().string()});
+  close(pipe[0]);
+  close(pipe[1]);
+  ASSERT_TRUE(waitUntil([this] {
+    keys.tap("Space");  // cuts the title sound
+    return hasLog();
+  }));
+  std::this_thread::sleep_for(3s);
+  kill(game, SIGTERM);
+  EXPECT_EQ(endOf(game), 0);
+}
+
+TEST_F(DesktopFaults, AReaderThatHasStoppedCostsOnlyTheCaptions) {
+  int pipe[2];
+  ASSERT_EQ(pipe2(pipe, O_CLOEXEC), 0);
+  constexpr int kSmallest = 4096;
+  ASSERT_EQ(fcntl(pipe[1], F_SETPIPE_SZ, kSmallest), kSmallest);
+  ASSERT_EQ(write(pipe[1], std::string(kSmallest, '.').data(), kSmallest), kSmallest);  // it is full now
+  const pid_t game = start(pipe[1], {"--folder", folder.path().string()});
+  ASSERT_TRUE(waitUntil([this] {
+    keys.tap("Space");
+    return hasLog();
+  }));
+  std::this_thread::sleep_for(2s);
+  kill(game, SIGTERM);
+  EXPECT_EQ(endOf(game), 0);
+  close(pipe[0]);
+  close(pipe[1]);
+}
+
+// --- Signals
+
+class Signals : public DesktopFaults, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(All, Signals, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST_P(Signals, OneIsTheOrdinaryShutdown) {
+  Player player(folder.path());
+  player.answer("Space");
+  player.waitFor(" Select. Exit Game. ");
+  kill(player.process(), GetParam());
+  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  player.waitFor(" exiting program ");
+  EXPECT_EQ(player.waitForEnd(), 0);
+}
+
+class SecondSignal : public DesktopFaults {
+ protected:
+  /// Two signals now: the game ends within two seconds of the second.
+  void expectEnd(Player& player) {
+    kill(player.process(), SIGTERM);
+    player.rest(200);
+    const auto start = steady_clock::now();
+    kill(player.process(), SIGTERM);
+    EXPECT_EQ(player.waitForEnd(), 0);
+    EXPECT_LT(steady_clock::now() - start, 2s);
+  }
+};
+
+TEST_F(SecondSignal, EndsTheTitle) {
+  Player player(folder.path());
+  ASSERT_TRUE(waitUntil(
+      [] { return std::system("xdotool getwindowfocus getwindowname 2>&1 | grep -q 'Vorn 1'") == 0; }));
+  player.rest(1000);
+  expectEnd(player);
+}
+
+TEST_F(SecondSignal, EndsAReading) {
+  folder.write("vorn1voc.cfg", "0\r\n0\r\n90\r\n0\r\n");
+  Player player(folder.path());
+  player.answer("Space");
+  player.waitFor(" Select. Exit Game. ");
+  player.answer("Down");
+  player.waitFor(" Reed Instructions. ");
+  player.answer("Enter");
+  player.hear(20'000);
+  expectEnd(player);
+}
+
+TEST_F(SecondSignal, EndsASynchronousText) {
+  folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
+  Player player(folder.path());
+  player.waitFor(" Vorn 1 tts version 2 By Ostrin ", 40);
+  expectEnd(player);
+}
+
+TEST_F(SecondSignal, EndsTheFarewell) {
+  folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
+  Player player(folder.path());
+  player.answer("Space");
+  player.waitFor(" Select. Exit Game. ", 40);
+  player.answer("Enter");
+  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  expectEnd(player);
+}
+
+TEST_F(SecondSignal, EndsAMessageBox) {
+  fs::remove(folder.path() / "vorn5.wav");
+  folder.write("vorn5.wav", "no sound");
+  Player player(folder.path());
+  player.waitFor("one or more of the wave files seem to be corrupt", 40);
+  player.rest(1000);
+  expectEnd(player);
+}
+
+// --- The launcher
+
+class Launchers : public DesktopFaults {
+ protected:
+  Launchers() {
+    folder.write("arcadehub.exe",
+                 "#!/bin/sh\nls -l /proc/$$/fd > descriptors.new\nmv descriptors.new descriptors\n");
+    fs::permissions(folder.path() / "arcadehub.exe", fs::perms::owner_all);
+  }
+  void playAndLeave(const std::vector<std::string>& options) {
+    const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    // A descriptor that the game inherits without knowing of it.
+    const int stray = open("/dev/null", O_RDONLY);
+    const pid_t game = start(nothing, options, folder.path());
+    close(nothing);
+    close(stray);
+    ASSERT_TRUE(waitUntil([this] {
+      keys.tap("Space");
+      return hasLog();
+    }));
+    std::this_thread::sleep_for(1s);
+    kill(game, SIGTERM);
+    EXPECT_EQ(endOf(game), 0);
+  }
+};
+
+TEST_F(Launchers, IsStartedFromTheFolderAskedForWithTheStandardStreamsAlone) {
+  playAndLeave({"--folder", folder.path().string()});
+  ASSERT_TRUE(waitUntil([this] { return folder.has("descriptors"); }));
+  // Its own 0 to 2 and, behind them, the script that the shell reads.
+  const std::string seen = folder.read("descriptors");
+  EXPECT_THAT(seen, HasSubstr(" 2 -> "));
+  EXPECT_THAT(seen, testing::Not(HasSubstr(" 3 -> "))) << seen;
+}
+
+TEST_F(Launchers, IsNotStartedFromAFolderThatWasMerelyFound) {
+  playAndLeave({});
+  std::this_thread::sleep_for(1s);
+  EXPECT_FALSE(folder.has("descriptors"));
+}
+
+}  // namespace
+}  // namespace vorn
