@@ -185,6 +185,28 @@ TEST_F(MixerTest, PlayedTooFastTheUpperOctaveIsLeftOutInsteadOfFoldedBack) {
   EXPECT_LT(decibels(rms(render(9600).left) / (0.9 / std::numbers::sqrt2)), -60);
 }
 
+TEST_F(MixerTest, EveryStretchKeepsAllThatFitsBelowTheLimitAndNothingAbove) {
+  // The fastest steps that each kernel is for: a shorter one would let aliases through, a longer one cut off
+  // too low.
+  for (const int frequency : {48000, 52800, 62400, 79200, 99800}) {
+    const double ratio = frequency / 48000.0;
+    const auto level = [&](double heardHertz) {
+      auto buffer = mixer.createBuffer(recordingOf(48000, sine(48000, std::round(heardHertz / ratio), 0.9)));
+      buffer->SetFrequency(frequency);
+      buffer->Play(1);
+      render(1000);
+      const double heard = rms(render(9600).left);
+      buffer.reset();
+      render(1000);
+      return decibels(heard / (0.9 / std::numbers::sqrt2));
+    };
+    EXPECT_GT(level(0.75 * 24000), -0.2) << ratio;
+    if (ratio >= 1.3) {
+      EXPECT_LT(level(1.15 * 24000), -60) << ratio;
+    }
+  }
+}
+
 // ---- Playing, stopping, positions
 
 TEST_F(MixerTest, StatusIsRightBeforeAnythingIsRendered) {
@@ -430,6 +452,38 @@ TEST_F(MixerTest, StartsInTheMiddleAndStopsDoNotClick) {
   const Signal out = render(400).left;
   EXPECT_LT(largestStep(out), 0.5 / 80);
   EXPECT_EQ(peak(part(out, 300, 100)), 0);
+}
+
+TEST_F(MixerTest, StoppedAndStartedInOneBreathItDoesNotClick) {
+  auto buffer = mixer.createBuffer(recordingOf(48000, Signal(9600, 0.5F)));
+  buffer->Play(0);
+  render(1000);
+  for (int i = 0; i < 6; ++i) {
+    buffer->Stop();
+    render(48);  // the end is still fading out ...
+    buffer->Play(0);
+    EXPECT_LT(largestStep(render(24).left), 0.5 / 40) << i;  // ... when the start is cut off in its fade
+    buffer->Stop();
+    EXPECT_LT(largestStep(render(700).left), 0.5 / 40) << i;
+    buffer->Play(0);
+    EXPECT_LT(largestStep(render(700).left), 0.5 / 40) << i;
+  }
+}
+
+TEST_F(MixerTest, AStartUnderTheEndOfTheSoundBeforeGlidesToItsLevel) {
+  auto buffer = mixer.createBuffer(recordingOf(48000, Signal(9600, 0.5F)));
+  buffer->Play(0);
+  render(1000);
+  buffer->Stop();
+  render(16);
+  buffer->SetVolume(-4000);
+  buffer->SetPan(3000);
+  buffer->SetCurrentPosition(2);
+  buffer->Play(0);
+  const Stereo out = render(1000);
+  EXPECT_LT(largestStep(out.left), 0.5 / 40);
+  EXPECT_LT(largestStep(out.right), 0.5 / 40);
+  EXPECT_NEAR(out.right.back(), 0.005, 0.0005);
 }
 
 TEST_F(MixerTest, ALoopStartsWithoutAClick) {
