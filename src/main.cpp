@@ -120,9 +120,13 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
   const auto belongs = [&](CLI::Option* option) { option->group(kDesktopGroup); };
   belongs(
       app.add_flag("--captions", line.desktop.captions, "everything spoken also goes to standard output"));
+  CLI::Option* const record =
+      app.add_option("--record", line.desktop.record, "write what you do as the script of a headless session")
+          ->type_name("FILE");
+  belongs(record);
   CLI::Option* const demo =
       app.add_flag("--demo", line.desktop.demonstration, "a built-in driver races a lap");
-  belongs(demo);
+  belongs(demo->excludes(record));
   belongs(app.add_option("--track", line.desktop.track, "number of the track that it races on [1]")
               ->check(CLI::Range(1, 10))
               ->type_name("N")

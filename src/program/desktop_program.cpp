@@ -11,6 +11,7 @@
 #include "platform/headless/session_files.h"
 #include "program/game_folder.h"
 #include "program/standard_streams.h"
+#include "recording/recording_platform.h"
 #include "shell/start_up.h"
 
 namespace vorn {
@@ -87,6 +88,7 @@ int playOnDesktop(const DesktopRequest& request) {
     std::cerr << missing.what() << std::endl;
     return recordDemonstration(folder.path, request.track);
   }
+  if (!request.record.empty()) return playOn(*makeRecordingPlatform(*desktop, request.record));
   if (!request.demonstration) return playOn(*desktop);
   return playOn(*makeDemoPlatform(*desktop, request.track, captions));
 }

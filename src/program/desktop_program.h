@@ -11,9 +11,10 @@ namespace vorn {
 struct DesktopRequest {
   std::filesystem::path folder;  ///< empty: wherever the game finds its place
   SpeechChoice speech = SpeechChoice::kAuto;
-  bool captions = false;       ///< everything spoken also goes to standard output
-  bool demonstration = false;  ///< a built-in driver plays
-  int track = 1;               ///< that it races on, 1 .. 10
+  bool captions = false;         ///< everything spoken also goes to standard output
+  bool demonstration = false;    ///< a built-in driver plays
+  int track = 1;                 ///< that it races on, 1 .. 10
+  std::filesystem::path record;  ///< script of the session that is to be written; empty: none
 };
 
 /// Plays until the player leaves. Where there is no display or no sound device,

@@ -1,0 +1,250 @@
+#include "recording/recording_platform.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <utility>
+
+#include "platform/common/folder_files.h"
+#include "platform/common/forwarding_platform.h"
+#include "platform/common/random.h"
+#include "platform/headless/options.h"
+#include "platform/headless/trace.h"
+#include "platform/headless/virtual_clock.h"
+#include "recording/input_recorder.h"
+#include "recording/script_writer.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+namespace chr = std::chrono;
+
+class RecordedKeyboard : public KeyboardDevice {
+ public:
+  RecordedKeyboard(std::unique_ptr<KeyboardDevice> inner, InputRecorder& recorder)
+      : inner_(std::move(inner)), recorder_(recorder) {}
+  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
+  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
+  void Acquire() override { inner_->Acquire(); }
+  KeyboardState GetDeviceStateKeyboard() override {
+    const KeyboardState state = inner_->GetDeviceStateKeyboard();
+    recorder_.keyboardRead(state);
+    return state;
+  }
+
+ private:
+  std::unique_ptr<KeyboardDevice> inner_;
+  InputRecorder& recorder_;
+};
+
+class RecordedController : public ControllerDevice {
+ public:
+  RecordedController(std::unique_ptr<ControllerDevice> inner, InputRecorder& recorder)
+      : inner_(std::move(inner)), recorder_(recorder) {}
+  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
+  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
+  void SetEventNotification(int handle) override { inner_->SetEventNotification(handle); }
+  void SetRange(int low, int high) override { inner_->SetRange(low, high); }
+  void SetAxisProperty(AxisProperty property, int object, int value) override {
+    inner_->SetAxisProperty(property, object, value);
+  }
+  void Acquire() override { inner_->Acquire(); }
+  void Unacquire() override { inner_->Unacquire(); }
+  void Poll() override { inner_->Poll(); }
+  JoystickState GetDeviceStateJoystick() override {
+    const JoystickState state = inner_->GetDeviceStateJoystick();
+    recorder_.controllerRead(state);
+    return state;
+  }
+  int buttonCount() override { return inner_->buttonCount(); }
+
+ private:
+  std::unique_ptr<ControllerDevice> inner_;
+  InputRecorder& recorder_;
+};
+
+class RecordedVoice : public Voice {
+ public:
+  RecordedVoice(std::unique_ptr<Voice> inner, ScriptWriter& writer)
+      : inner_(std::move(inner)), writer_(writer) {}
+  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+
+ private:
+  void doSetVoice(int index) override { inner_->setVoice(index); }
+  void doSetVolume(int volume) override { inner_->setVolume(volume); }
+  void doSetRate(int rate) override { inner_->setRate(rate); }
+  void doSpeak(const std::string& text, int flags) override {
+    if (!text.empty()) writer_.requested(text);
+    inner_->Speak(text, flags);
+  }
+  int doRunningState() override { return inner_->RunningState(); }
+
+  std::unique_ptr<Voice> inner_;
+  ScriptWriter& writer_;
+};
+
+/// Car ticks as comments of the script.
+class TickComments : public TraceSink {
+ public:
+  explicit TickComments(ScriptWriter& writer) : writer_(writer) {}
+  void write(const TraceLine& line) override {
+    TraceLine car = line;
+    car.erase("ms");  // which a replay has of its own
+    writer_.comment(traceText(car));
+  }
+  void flush() override {}
+
+ private:
+  ScriptWriter& writer_;
+};
+
+std::ofstream newFile(const fs::path& path) {
+  if (fs::exists(path)) throw PlatformError("record", path.string(), "there is such a file already");
+  std::ofstream file(path);
+  if (!file) throw PlatformError("record", path.string(), "it cannot be written");
+  return file;
+}
+
+/// What a replay has to begin with.
+void copyPlayersFiles(Files& files, const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  FolderFiles copies(folder);
+  for (const char* const kind : {".cfg", ".rec", ".txt"}) {
+    for (const std::string& name : files.list("vorn1", kind)) copies.write(name, files.read(name));
+  }
+}
+
+chr::year_month_day dateOf(const Date& date) {
+  return {chr::year(date.year), chr::month(static_cast<unsigned>(date.month)),
+          chr::day(static_cast<unsigned>(date.day))};
+}
+
+std::string optionsLine(Platform& platform, const Date& date, chr::seconds time, std::uint64_t seed) {
+  const auto twoDigits = [](std::int64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+  };
+  const std::int64_t seconds = time.count();
+  std::string line = "options: --seed " + std::to_string(seed) + " --date " + std::to_string(date.year) +
+                     '-' + twoDigits(date.month) + '-' + twoDigits(date.day) + " --time " +
+                     twoDigits(seconds / 3600) + ':' + twoDigits(seconds / 60 % 60) + ':' +
+                     twoDigits(seconds % 60) + " --voices " +
+                     std::to_string(platform.createVoice()->GetVoices().size());
+  if (!platform.attachedControllers().empty()) line += " --controller";
+  return line;
+}
+
+class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
+ public:
+  RecordingPlatform(Platform& inner, const fs::path& script)
+      : ForwardingPlatform(inner),
+        file_(newFile(script)),
+        writer_(file_),
+        recorder_(writer_),
+        seed_(static_cast<std::uint64_t>(chr::system_clock::now().time_since_epoch().count())),
+        random_(seed_),
+        date_(inner.today()),
+        time_(static_cast<int>(inner.secondsSinceMidnight())),
+        clock_(HeadlessOptions().tickCount, dateOf(date_), time_),
+        ticks_(writer_),
+        trace_(clock_, &ticks_),
+        due_(inner.tickCount()) {
+    writer_.comment(optionsLine(inner, date_, time_, seed_));
+    copyPlayersFiles(inner.files(), fs::path(script).replace_extension(".folder"));
+    inner.setEventReceiver(this);
+  }
+  ~RecordingPlatform() override {
+    inner().setEventReceiver(nullptr);
+    recorder_.settle();
+    writer_.finish();
+  }
+  RecordingPlatform(const RecordingPlatform&) = delete;
+  RecordingPlatform& operator=(const RecordingPlatform&) = delete;
+
+  std::int32_t tickCount() override { return clock_.tickCount(); }
+  double secondsSinceMidnight() override { return clock_.secondsSinceMidnight(); }
+  Date today() override { return clock_.today(); }
+  void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
+    return std::make_unique<RecordedKeyboard>(inner().createKeyboardDevice(), recorder_);
+  }
+  std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override {
+    return std::make_unique<RecordedController>(inner().createControllerDevice(identifier), recorder_);
+  }
+  std::unique_ptr<Voice> createVoice() override {
+    return std::make_unique<RecordedVoice>(inner().createVoice(), writer_);
+  }
+  double randomFraction() override { return random_.fraction(); }
+  void reseedRandom() override {}  // chance belongs to the seed, as in a replay
+  void carTicked(const TickReport& report) override {
+    writer_.ticked();
+    trace_.tick(report);
+    inner().carTicked(report);
+  }
+
+ private:
+  void Form_KeyDown(int virtualKeyCode, int shiftState) override {
+    recorder_.keyWentDown(virtualKeyCode);
+    if (receiver_ != nullptr) receiver_->Form_KeyDown(virtualKeyCode, shiftState);
+  }
+  void DirectXEvent8_DXCallback(int eventId) override {
+    if (receiver_ != nullptr) receiver_->DirectXEvent8_DXCallback(eventId);
+  }
+
+  void doYield(int atMostMs) override;
+  void record(const char* statement);
+  /// Real milliseconds until the yield that goes on is over.
+  std::int32_t left() {
+    return static_cast<std::int32_t>(due_ - static_cast<std::uint32_t>(inner().tickCount()));
+  }
+
+  std::ofstream file_;
+  ScriptWriter writer_;
+  InputRecorder recorder_;
+  const std::uint64_t seed_;
+  RandomSource random_;
+  const Date date_;
+  const chr::seconds time_;
+  VirtualClock clock_;
+  TickComments ticks_;
+  Trace trace_;
+  EventReceiver* receiver_ = nullptr;
+  bool hasClosed_ = false;
+  std::uint32_t due_;  ///< tick count of the inner platform at which the yield is over
+};
+
+void RecordingPlatform::doYield(int atMostMs) {
+  constexpr std::int32_t kLongestLag =
+      50;  // ms; where a text has been waited for, time is not caught up with
+  clock_.advanceTo(clock_.now() + 1);
+  writer_.yielded();
+  if (atMostMs > 0) ++due_;
+  if (left() < -kLongestLag) due_ = static_cast<std::uint32_t>(inner().tickCount());
+  try {
+    do {
+      inner().yield(atMostMs > 0 ? std::max(left(), 0) : 0);
+    } while (atMostMs > 0 && left() > 0);
+  } catch (const WindowClosed&) {
+    record("close");
+    hasClosed_ = true;
+    throw;
+  } catch (const ProgramEnd&) {
+    record(hasClosed_ ? "close" : "end");
+    throw;
+  }
+}
+
+void RecordingPlatform::record(const char* statement) {
+  recorder_.settle();
+  writer_.put(statement, writer_.now());
+}
+
+}  // namespace
+
+std::unique_ptr<Platform> makeRecordingPlatform(Platform& inner, const fs::path& script) {
+  return std::make_unique<RecordingPlatform>(inner, script);
+}
+
+}  // namespace vorn
