@@ -21,7 +21,8 @@ class Files {
   /// their lower-cased bytes.
   virtual std::vector<std::string> list(const std::string& prefix, const std::string& suffix) = 0;
 
-  /// The bytes of a settings, record, summary or log file.
+  /// The bytes of a settings, record, summary or log file; of one that is longer than the
+  /// game can have made it the first 64 KB, or 16 MB of a text.
   virtual std::string read(const std::string& name) = 0;
   /// Replaces the file whole: afterwards it holds either the old or the new bytes, whenever the power goes.
   virtual void write(const std::string& name, const std::string& bytes) = 0;

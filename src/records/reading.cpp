@@ -12,15 +12,18 @@ namespace vorn {
 namespace {
 
 constexpr std::size_t kLongestBlock = 111;   // lines
+constexpr std::size_t kLongestPiece = 1000;  // bytes that the voice is given at once
 constexpr double kPauseBeforeLog = 0.1;      // seconds
 constexpr double kPauseBetweenBlocks = 0.2;  // seconds
 
 /// Returns false when a key has cut it off.
 bool readBlock(GameState& g, const std::vector<std::string>& block) {
   for (const std::string& line : block) {
-    if (speakAndWait(g, line)) continue;
-    stopspeech(g);
-    return false;
+    for (const std::string& piece : spokenPieces(line)) {
+      if (speakAndWait(g, piece)) continue;
+      stopspeech(g);
+      return false;
+    }
   }
   return true;
 }
@@ -59,6 +62,18 @@ Reset chooseReset(GameState& g) {
 }
 
 }  // namespace
+
+std::vector<std::string> spokenPieces(std::string_view line) {
+  std::vector<std::string> pieces;
+  while (line.size() > kLongestPiece) {
+    const std::size_t blank = line.substr(0, kLongestPiece).rfind(' ');
+    const std::size_t length = blank == std::string_view::npos || blank == 0 ? kLongestPiece : blank + 1;
+    pieces.emplace_back(line.substr(0, length));
+    line.remove_prefix(length);
+  }
+  pieces.emplace_back(line);
+  return pieces;
+}
 
 std::vector<std::vector<std::string>> readingBlocks(const std::vector<std::string>& lines) {
   std::vector<std::vector<std::string>> blocks;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "state/game_state.h"
@@ -12,6 +13,10 @@ namespace vorn {
 /// Cuts lines into the blocks that are read in one go: each ends with a line that
 /// begins with a blank, or after 111 lines, or with the last line.
 std::vector<std::vector<std::string>> readingBlocks(const std::vector<std::string>& lines);
+
+/// Cuts a line into what is spoken one after the other: itself, or, where it is longer
+/// than any that the game writes, pieces of at most 1000 bytes, cut behind blanks.
+std::vector<std::string> spokenPieces(std::string_view line);
 
 /// Reads the log, or the summary of the records, aloud until it ends or a key is pressed.
 void readlog(GameState& g);

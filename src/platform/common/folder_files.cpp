@@ -1,14 +1,14 @@
 #include "platform/common/folder_files.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
+#include <chrono>
 #include <cstring>
+#include <random>
 #include <utility>
 
 #include "platform/errors.h"
@@ -17,6 +17,13 @@ namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kNoRegularFile = "what stands there is no ordinary file";
+
+/// What is longer has not been written by the game, and is read no further.
+constexpr std::size_t kMostBytes = std::size_t{64} << 10;      ///< of settings and records
+constexpr std::size_t kMostTextBytes = std::size_t{16} << 20;  ///< of the log and the summary
+constexpr std::size_t kMostSoundBytes = std::size_t{256} << 20;
 
 [[noreturn]] void failWithErrno(const char* call, const std::string& name) {
   throw PlatformError(call, name, std::strerror(errno));
@@ -28,6 +35,10 @@ std::string lowerCased(std::string_view text) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
   return lowered;
+}
+
+std::size_t mostBytesOf(const std::string& name) {
+  return lowerCased(name).ends_with(".txt") ? kMostTextBytes : kMostBytes;
 }
 
 bool isPlainName(const std::string& name) {
@@ -53,12 +64,28 @@ std::vector<std::string> regularFiles(const fs::path& folder, Matches matches) {
   return names;
 }
 
-/// An open file; closing is never skipped.
+/// Makes a system call again where a signal has interrupted it.
+template <typename Call>
+auto retried(Call call) {
+  for (;;) {
+    const auto result = call();
+    if (result >= 0 || errno != EINTR) return result;
+  }
+}
+
+/// An open regular file; closing is never skipped. Whatever else stands in its
+/// place (a pipe, a device, a folder) is refused without waiting for it.
 class OpenFile {
  public:
   OpenFile(const char* call, const std::string& name, const fs::path& path, int flags)
-      : call_(call), name_(name), descriptor_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+      : call_(call),
+        name_(name),
+        descriptor_(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666); })) {
     if (descriptor_ < 0) fail();
+    if (!S_ISREG(status().st_mode)) {
+      ::close(descriptor_);
+      throw PlatformError(call_, name_, kNoRegularFile);
+    }
   }
   ~OpenFile() { ::close(descriptor_); }
   OpenFile(const OpenFile&) = delete;
@@ -69,13 +96,14 @@ class OpenFile {
     if (::fstat(descriptor_, &result) != 0) fail();
     return result;
   }
-  std::string readAll() const {
-    std::string bytes(static_cast<std::size_t>(status().st_size), '\0');
+  /// All its bytes, or as many as `atMost`.
+  std::string read(std::size_t atMost) const {
+    std::string bytes(std::min(static_cast<std::size_t>(status().st_size), atMost), '\0');
     std::size_t done = 0;
-    for (;;) {
+    while (done < atMost) {
       if (done == bytes.size()) bytes.resize(done + 1);  // one more, to see the end
-      const ssize_t got = ::read(descriptor_, bytes.data() + done, bytes.size() - done);
-      if (got < 0 && errno == EINTR) continue;
+      const ssize_t got =
+          retried([&] { return ::read(descriptor_, bytes.data() + done, bytes.size() - done); });
       if (got < 0) fail();
       if (got == 0) break;
       done += static_cast<std::size_t>(got);
@@ -85,17 +113,18 @@ class OpenFile {
   }
   void writeAll(std::string_view bytes) const {
     while (!bytes.empty()) {
-      const ssize_t put = ::write(descriptor_, bytes.data(), bytes.size());
-      if (put < 0 && errno == EINTR) continue;
+      const ssize_t put = retried([&] { return ::write(descriptor_, bytes.data(), bytes.size()); });
       if (put < 0) fail();
       bytes.remove_prefix(static_cast<std::size_t>(put));
     }
   }
   void reachDisk() const {
-    if (::fsync(descriptor_) != 0) fail();
+    if (retried([&] { return ::fsync(descriptor_); }) != 0) fail();
   }
   void setMode(mode_t mode) const { (void)::fchmod(descriptor_, mode); }  // a wish: some disks know no modes
-  void cutTo(off_t length) const { (void)!::ftruncate(descriptor_, length); }
+  void cutTo(off_t length) const {
+    (void)retried([&] { return ::ftruncate(descriptor_, length); });
+  }
 
  private:
   [[noreturn]] void fail() const { failWithErrno(call_, name_); }
@@ -105,33 +134,41 @@ class OpenFile {
   int descriptor_;
 };
 
-/// Hidden name of the file that is being written in place of `name` by process `process`.
-std::string temporaryName(const std::string& name, pid_t process) {
-  return "." + name + ".new-" + std::to_string(process);
+constexpr std::string_view kTemporaryMark = ".new-";
+constexpr std::size_t kTemporaryDigits = 16;
+constexpr std::string_view kHexadecimal = "0123456789abcdef";
+
+/// Hidden name of a file that is written in the place of `name`; nobody can foresee it.
+std::string temporaryName(const std::string& name) {
+  std::random_device random;
+  std::string text = "." + name + std::string(kTemporaryMark);
+  for (std::size_t i = 0; i < kTemporaryDigits; ++i) text += kHexadecimal[random() % kHexadecimal.size()];
+  return text;
 }
 
-/// Removes what earlier runs left when they were killed in the middle of a write of `name`.
-void removeLeftovers(const fs::path& folder, const std::string& name) {
-  const std::string stem = "." + name + ".new-";
-  const auto isLeftover = [&](const std::string& candidate) {
-    if (!candidate.starts_with(stem)) return false;
-    pid_t process = 0;
-    const char* const end = candidate.data() + candidate.size();
-    const auto parsed = std::from_chars(candidate.data() + stem.size(), end, process);
-    return parsed.ec == std::errc() && parsed.ptr == end && process > 0 && ::kill(process, 0) != 0 &&
-           errno == ESRCH;
-  };
-  for (const std::string& leftover : regularFiles(folder, isLeftover)) {
-    std::error_code ignored;
-    fs::remove(folder / leftover, ignored);
+bool isTemporaryName(std::string_view name) {
+  if (name.size() < 1 + kTemporaryMark.size() + kTemporaryDigits || name.front() != '.') return false;
+  const std::string_view digits = name.substr(name.size() - kTemporaryDigits);
+  name.remove_suffix(kTemporaryDigits);
+  return name.ends_with(kTemporaryMark) && digits.find_first_not_of(kHexadecimal) == std::string_view::npos;
+}
+
+/// Removes what earlier runs left when they were killed in the middle of a write.
+/// Whatever is younger than a day may still be written by another one.
+void removeLeftovers(const fs::path& folder) {
+  const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
+  for (const std::string& leftover : regularFiles(folder, isTemporaryName)) {
+    std::error_code error;
+    const auto written = fs::last_write_time(folder / leftover, error);
+    if (!error && written < longAgo) fs::remove(folder / leftover, error);
   }
 }
 
 /// A renamed or new entry survives a power cut only once its folder is on the disk.
 void folderReachesDisk(const fs::path& folder) {
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const int descriptor = retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
   if (descriptor < 0) return;
-  (void)::fsync(descriptor);
+  (void)retried([&] { return ::fsync(descriptor); });
   ::close(descriptor);
 }
 
@@ -174,7 +211,10 @@ fs::path FolderFiles::pathOf(const char* call, const std::string& name) {
 
 std::string FolderFiles::nameToWrite(const char* call, const std::string& name) {
   if (!isPlainName(name)) throw PlatformError(call, name, "not a file name");
-  return find(name).value_or(name);
+  const auto found = find(name);
+  std::error_code error;
+  if (!found && fs::exists(folder_ / name, error)) throw PlatformError(call, name, kNoRegularFile);
+  return found.value_or(name);
 }
 
 void FolderFiles::tell(std::string_view operation, const std::string& name) const {
@@ -183,23 +223,25 @@ void FolderFiles::tell(std::string_view operation, const std::string& name) cons
 
 std::string FolderFiles::read(const std::string& name) {
   const fs::path path = pathOf("read", name);
-  std::string bytes = OpenFile("read", name, path, O_RDONLY).readAll();
+  std::string bytes = OpenFile("read", name, path, O_RDONLY).read(mostBytesOf(name));
   tell("read", path.filename().string());
   return bytes;
 }
 
 void FolderFiles::write(const std::string& name, const std::string& bytes) {
   const std::string stored = nameToWrite("write", name);
-  removeLeftovers(folder_, stored);
+  removeLeftovers(folder_);
   const fs::path target = folder_ / stored;
-  const fs::path temporary = folder_ / temporaryName(stored, ::getpid());
+  const fs::path temporary = folder_ / temporaryName(stored);
   try {
-    const OpenFile file("write", name, temporary, O_WRONLY | O_CREAT | O_TRUNC);
+    const OpenFile file("write", name, temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     struct stat old;
     if (::stat(target.c_str(), &old) == 0) file.setMode(old.st_mode & 07777);
     file.writeAll(bytes);
     file.reachDisk();
-    if (::rename(temporary.c_str(), target.c_str()) != 0) failWithErrno("write", name);
+    if (retried([&] { return ::rename(temporary.c_str(), target.c_str()); }) != 0) {
+      failWithErrno("write", name);
+    }
   } catch (...) {
     std::error_code ignored;
     fs::remove(temporary, ignored);
@@ -239,7 +281,7 @@ std::uintmax_t FolderFiles::size(const std::string& name) {
 }
 
 std::string FolderFiles::readSound(const std::string& name) {
-  return OpenFile("readSound", name, pathOf("readSound", name), O_RDONLY).readAll();
+  return OpenFile("readSound", name, pathOf("readSound", name), O_RDONLY).read(kMostSoundBytes);
 }
 
 }  // namespace vorn

@@ -9,6 +9,31 @@ namespace {
 using Block = std::vector<std::string>;
 using Blocks = std::vector<Block>;
 
+TEST(SpokenPieces, AnOrdinaryLineIsOne) {
+  EXPECT_EQ(spokenPieces(""), Block{""});
+  EXPECT_EQ(spokenPieces(" Your time for 1 lap. "), Block{" Your time for 1 lap. "});
+  EXPECT_EQ(spokenPieces(std::string(1000, 'x')).size(), 1U);
+}
+
+TEST(SpokenPieces, ALongerOneIsCutBehindBlanksAndNothingIsLost) {
+  std::string line;
+  for (int i = 0; line.size() < 5'000'000; ++i) line += std::to_string(i) + " ";
+  std::string together;
+  for (const std::string& piece : spokenPieces(line)) {
+    EXPECT_LE(piece.size(), 1000U);
+    EXPECT_EQ(piece.back(), ' ');
+    together += piece;
+  }
+  EXPECT_TRUE(together == line);
+}
+
+TEST(SpokenPieces, WithoutBlanksTheyAreAsLongAsMayBe) {
+  EXPECT_EQ(spokenPieces(std::string(2500, 'x')),
+            (Block{std::string(1000, 'x'), std::string(1000, 'x'), std::string(500, 'x')}));
+  EXPECT_EQ(spokenPieces(" " + std::string(1500, 'x')),
+            (Block{" " + std::string(999, 'x'), std::string(501, 'x')}));
+}
+
 TEST(ReadingBlocks, ABlockEndsWithALineThatBeginsWithABlank) {
   EXPECT_EQ(readingBlocks({"a", "b", " c", "d", " e"}), (Blocks{{"a", "b", " c"}, {"d", " e"}}));
 }

@@ -6,10 +6,13 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
+#include <set>
 #include <sstream>
 
 #include "platform/errors.h"
@@ -21,8 +24,15 @@ namespace {
 struct DiskCalls {
   std::vector<std::string> made;
   std::string failing;
+  int interruptions = 0;  ///< calls that are to be interrupted
+  std::string renamed;    ///< the last file that was to get another name
 
   int answer(const std::string& call) {
+    if (interruptions > 0) {
+      --interruptions;
+      errno = EINTR;
+      return -1;
+    }
     made.push_back(call);
     if (call != failing) return 0;
     errno = EIO;
@@ -41,6 +51,7 @@ extern "C" int fsync(int descriptor) {
   return answer != 0 ? answer : static_cast<int>(syscall(SYS_fsync, descriptor));
 }
 extern "C" int rename(const char* from, const char* to) noexcept {
+  disk.renamed = from;
   const int answer = disk.answer("rename");
   return answer != 0 ? answer : static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
@@ -121,10 +132,10 @@ TEST_F(FolderFilesTest, PrefixAndSuffixMustNotOverlap) {
 TEST_F(FolderFilesTest, ReadsEveryByte) {
   std::string bytes;
   for (int i = 0; i < 200000; ++i) bytes += static_cast<char>(i * 7);
-  put("a.rec", bytes);
-  EXPECT_EQ(files.read("A.rec"), bytes);
-  EXPECT_EQ(files.readSound("A.rec"), bytes);
-  EXPECT_EQ(files.size("A.rec"), bytes.size());
+  put("a.txt", bytes);
+  EXPECT_TRUE(files.read("A.txt") == bytes);
+  EXPECT_TRUE(files.readSound("A.txt") == bytes);
+  EXPECT_EQ(files.size("A.txt"), bytes.size());
   put("empty", "");
   EXPECT_EQ(files.read("empty"), "");
 }
@@ -199,16 +210,92 @@ TEST_F(FolderFilesTest, AReplacedFileIsANewFile) {
   EXPECT_EQ(seen.str(), "old bytes");
 }
 
-TEST_F(FolderFilesTest, LeftoversOfKilledRunsAreRemovedAtTheNextWrite) {
-  const pid_t child = fork();
-  if (child == 0) _exit(0);
-  ASSERT_EQ(waitpid(child, nullptr, 0), child);  // its number now belongs to nobody
-  put(".a.new-" + std::to_string(child), "half");
-  put(".a.new-" + std::to_string(getppid()), "somebody's");
-  put(".a.new-x", "not ours");
+TEST_F(FolderFilesTest, LeftoversOfKilledRunsAreRemovedWhenTheyAreADayOld) {
+  const auto age = [&](const std::string& name, int hours) {
+    put(name, "half");
+    fs::last_write_time(folder.path() / name, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+  };
+  age(".a.new-0123456789abcdef", 25);
+  age(".vorn1log.txt.new-00000000ffffffff", 25);
+  age(".a.new-1123456789abcdef", 23);
+  age(".a.new-0123456789abcde", 25);    // not ours
+  age(".a.newer0123456789abcdef", 25);  // nor this
+  age("a.new-0123456789abcdef", 25);    // nor this
   files.write("a", "1");
   EXPECT_THAT(folder.names(),
-              testing::UnorderedElementsAre("a", ".a.new-" + std::to_string(getppid()), ".a.new-x"));
+              testing::UnorderedElementsAre("a", ".a.new-1123456789abcdef", ".a.new-0123456789abcde",
+                                            ".a.newer0123456789abcdef", "a.new-0123456789abcdef"));
+}
+
+TEST_F(FolderFilesTest, NothingOfSomebodyElsesIsWrittenThroughTheTemporaryFile) {
+  // Were its name known, a link there would lead the bytes elsewhere.
+  put("precious", "theirs");
+  files.write("a", "1");
+  const std::vector<std::string> before = folder.names();
+  std::set<std::string> temporaries;
+  for (int i = 0; i < 20; ++i) {
+    disk = {{}, "rename", 0, ""};
+    EXPECT_THROW(files.write("a", "2"), PlatformError);
+    temporaries.insert(disk.renamed);
+  }
+  disk = {};
+  EXPECT_EQ(temporaries.size(), 20U);
+  EXPECT_EQ(folder.names(), before);
+}
+
+TEST_F(FolderFilesTest, WhatIsNoOrdinaryFileIsRefusedAtOnce) {
+  ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
+  fs::create_directory(folder.path() / "folder");
+  fs::create_symlink("/dev/zero", folder.path() / "device");
+  for (const std::string name : {"pipe", "folder", "device"}) {
+    EXPECT_THROW(files.read(name), PlatformError) << name;
+    EXPECT_THROW(files.readSound(name), PlatformError) << name;
+    EXPECT_THROW(files.write(name, "x"), PlatformError) << name;
+    EXPECT_THROW(files.append(name, "x"), PlatformError) << name;
+    EXPECT_THROW(files.remove(name), PlatformError) << name;
+  }
+  EXPECT_THAT(folder.names(), ElementsAre("device", "folder", "pipe"));
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FolderFilesTest, WhatIsLongerThanTheGameMakesItIsReadNoFurther) {
+  put("huge.cfg", "1\r\n");
+  fs::resize_file(folder.path() / "huge.cfg", std::uintmax_t{1} << 40);
+  EXPECT_EQ(files.read("huge.cfg").size(), 65536U);
+  EXPECT_EQ(files.read("huge.cfg").substr(0, 3), "1\r\n");
+  put("LOG.TXT", "");
+  fs::resize_file(folder.path() / "LOG.TXT", std::uintmax_t{1} << 40);
+  EXPECT_EQ(files.read("LOG.TXT").size(), std::size_t{16} << 20);
+}
+
+/// Interrupts the process again and again while it lives.
+class Interruptions {
+ public:
+  Interruptions() {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};  // without SA_RESTART
+    sigaction(SIGALRM, &action, nullptr);
+    const itimerval often{{0, 100}, {0, 100}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+  }
+  ~Interruptions() {
+    const itimerval never{};
+    setitimer(ITIMER_REAL, &never, nullptr);
+    signal(SIGALRM, SIG_DFL);
+  }
+};
+
+TEST_F(FolderFilesTest, SignalsDisturbNothing) {
+  disk = {{}, "", 3, ""};  // and the disk says three times that it was interrupted
+  const Interruptions interruptions;
+  for (int i = 0; i < 50; ++i) {
+    files.write("record", std::string(100000, static_cast<char>('a' + i % 26)));
+    files.append("log", "line\r\n");
+    EXPECT_EQ(files.read("record").size(), 65536U);
+  }
+  EXPECT_EQ(files.size("log"), 300U);
+  EXPECT_EQ(disk.interruptions, 0);
+  disk = {};
 }
 
 /// Lets no file grow beyond `bytes` while it lives, as a full disk would.
@@ -259,7 +346,7 @@ TEST_F(FolderFilesTest, AFullDiskLosesNothing) {
 /// A disk whose next calls are watched, and one of them failing.
 class FailingDisk {
  public:
-  explicit FailingDisk(const std::string& failing = "") { disk = {{}, failing}; }
+  explicit FailingDisk(const std::string& failing = "") { disk = {{}, failing, 0, ""}; }
   ~FailingDisk() { disk = {}; }
 };
 
@@ -345,8 +432,9 @@ TEST_F(FolderFilesTest, AKilledWriterLeavesTheOldOrTheNewBytes) {
     const std::string found = get("record");
     EXPECT_TRUE(found == oldBytes || found == newBytes) << found.size();
   }
-  files.write("record", "last");
-  EXPECT_THAT(folder.names(), ElementsAre("record"));
+  for (const std::string& name : folder.names()) {
+    EXPECT_TRUE(name == "record" || name.starts_with(".record.new-")) << name;
+  }
 }
 
 }  // namespace
