@@ -126,6 +126,24 @@ TEST_F(WithASoundTool, AFolderMayHaveAnyName) {
   EXPECT_EQ(called(), odd.string() + "\n");
 }
 
+TEST_F(WithASoundTool, ThePlayersOwnFolderIsBelowHomeWhereNoOtherPlaceIsNamed) {
+  for (const std::string place : {"-uXDG_DATA_HOME", "XDG_DATA_HOME="}) {
+    const TemporaryFolder home;
+    startInVain(
+        start({place, "HOME=" + home.path().string(), program.string(), "--captions"}, folder.path(), "env"));
+    EXPECT_TRUE(fs::is_directory(home.path() / ".local" / "share" / "vorn1")) << place;
+    EXPECT_THAT(dataHome.names(), IsEmpty()) << place;
+  }
+}
+
+TEST_F(WithASoundTool, AToolThatFailsIsSpokenOf) {
+  bin.write("vorn1-sounds", "#!/bin/sh\nexit 1\n");
+  LiveProgram running = start({"--captions"}, folder.path(), program);
+  EXPECT_TRUE(said(running, "The sounds could not be made."));
+  EXPECT_TRUE(said(running, "wave files seem to be corrupt"));
+  EXPECT_EQ(close(running), 0);
+}
+
 TEST_F(WithASoundTool, SoundsThatAreThereAreNotMadeAgain) {
   putEmptySounds(folder);
   startInVain(start({"--captions"}, folder.path(), program));
@@ -152,7 +170,9 @@ TEST_F(DesktopProgram, AnErrorIsPrintedAndEndsItWithStatusOne) {
   linkSounds(folder);
   folder.write("vorn1ops.cfg", "1\r\n1\r\n1\r\n1\r\n1\r\n9\r\n");  // an engine that is none
   LiveProgram program = start({"--demo"}, folder.path());
-  EXPECT_TRUE(said(program, "(.wav)"));
+  // Printed, spoken and shown in a box, which waits for its answer.
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(said(program, "(.wav)")) << i;
+  EXPECT_TRUE(program.isSilent(200));
   EXPECT_EQ(close(program), 1);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/common/forwarding_platform.h"
 #include "support/game_rig.h"
 
 namespace vorn {
@@ -33,6 +34,46 @@ TEST(Dyke, EndsOnceTheTickCountIsPastItsDeadline) {
   EXPECT_EQ(dykeTakes(rig, 0.02), 21);
   EXPECT_EQ(dykeTakes(rig, 0.18), 181);
   EXPECT_EQ(dykeTakes(rig, 1), 1001);
+}
+
+/// Writes down how long each yield may rest.
+class WatchedPlatform : public ForwardingPlatform {
+ public:
+  using ForwardingPlatform::ForwardingPlatform;
+  std::vector<int> rests;
+
+ private:
+  void doYield(int atMostMs) override {
+    rests.push_back(atMostMs);
+    inner().yield(atMostMs);
+  }
+};
+
+std::vector<int> fromDownToOne(int first) {
+  std::vector<int> numbers;
+  for (int number = first; number >= 1; --number) numbers.push_back(number);
+  return numbers;
+}
+
+TEST(Dyke, LetsTheMachineRestForWhatIsLeftAndNoLonger) {
+  GameRig rig;
+  WatchedPlatform watched(rig.g.platform);
+  GameState g(watched);
+  dyke(g, 0.02);
+  EXPECT_EQ(watched.rests, fromDownToOne(21));
+}
+
+TEST(Dyz, LetsTheMachineRestForWhatIsLeftAndNoLonger) {
+  GameRig rig;
+  WatchedPlatform watched(rig.g.platform);
+  GameState g(watched);
+  g.lastTickCount = watched.tickCount();
+  dyz(g);
+  EXPECT_EQ(watched.rests, fromDownToOne(99));
+  watched.rests.clear();
+  g.lastTickCount -= 500;  // a tick that is late
+  dyz(g);
+  EXPECT_EQ(watched.rests, std::vector<int>{0});
 }
 
 TEST(Dyke, YieldsAtLeastOnce) {
