@@ -8,8 +8,19 @@ namespace vorn {
 
 namespace fs = std::filesystem;
 
-Player::Player(const fs::path& folder)
-    : game_({VORN_PROGRAM, "--captions", "--speech", "espeak", "--folder", folder.string()}) {}
+namespace {
+
+std::vector<std::string> commandLine(const fs::path& folder, const std::vector<std::string>& options) {
+  std::vector<std::string> words = {VORN_PROGRAM, "--captions", "--speech",
+                                    "espeak",     "--folder",   folder.string()};
+  words.insert(words.end(), options.begin(), options.end());
+  return words;
+}
+
+}  // namespace
+
+Player::Player(const fs::path& folder, const std::vector<std::string>& options)
+    : game_(commandLine(folder, options)) {}
 
 std::string Player::waitFor(const std::string& part, int seconds) {
   std::string heardMeanwhile;

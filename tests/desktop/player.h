@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "desktop/key_presser.h"
 #include "support/program.h"
@@ -14,8 +15,8 @@ namespace vorn {
 
 class Player {
  public:
-  /// Starts the program in `folder`. It is killed when the player goes before its end.
-  explicit Player(const std::filesystem::path& folder);
+  /// Starts the program in `folder`, with further options. It is killed when the player goes before its end.
+  explicit Player(const std::filesystem::path& folder, const std::vector<std::string>& options = {});
 
   /// The next text that contains `part`; throws where it does not come in time.
   std::string waitFor(const std::string& part, int seconds = 20);
