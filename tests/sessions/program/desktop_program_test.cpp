@@ -102,8 +102,10 @@ class WithASoundTool : public DesktopProgram {
  protected:
   WithASoundTool() {
     fs::copy_file(VORN_PROGRAM, program);
-    bin.write("vorn1-sounds",
-              "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + (bin.path() / "called").string() + "'\n");
+    putTool("printf '%s\\n' \"$@\" >>'" + (bin.path() / "called").string() + "'");
+  }
+  void putTool(const std::string& command) const {
+    bin.write("vorn1-sounds", "#!/bin/sh\n" + command + "\n");
     fs::permissions(bin.path() / "vorn1-sounds", fs::perms::owner_all);
   }
   std::string called() const { return bin.has("called") ? bin.read("called") : ""; }
@@ -137,7 +139,7 @@ TEST_F(WithASoundTool, ThePlayersOwnFolderIsBelowHomeWhereNoOtherPlaceIsNamed) {
 }
 
 TEST_F(WithASoundTool, AToolThatFailsIsSpokenOf) {
-  bin.write("vorn1-sounds", "#!/bin/sh\nexit 1\n");
+  putTool("exit 1");
   LiveProgram running = start({"--captions"}, folder.path(), program);
   EXPECT_TRUE(said(running, "The sounds could not be made."));
   EXPECT_TRUE(said(running, "wave files seem to be corrupt"));
