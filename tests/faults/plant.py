@@ -136,7 +136,7 @@ def texts(path, text, mask):
         line = text[text.rfind("\n", 0, m.start()) + 1:m.start()]
         if "//" in line or line.lstrip().startswith("#") or mask[m.start()] != " " or "\\" in m.group(1):
             continue
-        if re.search(r"Error|add_option|add_flag|belongs|cerr", line) or path.name == "main.cpp":
+        if re.search(r"Error|fail\(|add_option|add_flag|belongs|cerr", line) or path.name == "main.cpp":
             continue
         at = m.start() + 1 + len(m.group(1)) // 2
         yield "text", at, at + 1, ""
@@ -178,8 +178,7 @@ def chosen_faults(faults, number, seed):
     chance = random.Random(seed)
     rooms = collections.defaultdict(lambda: collections.defaultdict(list))
     for fault in faults:
-        # A header makes much be built again, so all its faults count as one kind.
-        rooms[fault.folder]["header" if fault.path.endswith(".h") else fault.kind].append(fault)
+        rooms[fault.folder][fault.kind].append(fault)
     chosen = []
     while rooms and len(chosen) < number:
         for room in sorted(rooms):
@@ -248,7 +247,9 @@ class Workshop:
         return done.returncode == 0, done.stdout.decode(errors="replace")
 
     def prepare(self):
-        subprocess.run(["cmake", "--preset", "dev"], cwd=self.folder, check=True, stdout=subprocess.DEVNULL)
+        # Programs are not asked for their tests whenever they are linked, but once, by ctest.
+        subprocess.run(["cmake", "--preset", "dev", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"],
+                       cwd=self.folder, check=True, stdout=subprocess.DEVNULL)
         rooms = [room.parent.relative_to(self.folder) for kind in ("unit", "sessions")
                  for room in (self.folder / "tests" / kind).glob("*/CMakeLists.txt")]
         made, output = self.make(*[f"{room}/all" for room in rooms if room.name not in LISTENING],
@@ -343,6 +344,7 @@ def main():
     parser.add_argument("--faults", type=int, default=200, help="how many [200]")
     parser.add_argument("--seed", type=int, default=1, help="which ones [1]")
     parser.add_argument("--only", default="", help="a folder or file below src/")
+    parser.add_argument("--headers", action="store_true", help="headers too: after each, much is built again")
     parser.add_argument("--fault", action="append", default=[], help="a fault by its name in a report")
     parser.add_argument("--work", type=Path, default=TOP / "build" / "faults", help="the copy [build/faults]")
     parser.add_argument("--report", type=Path, help="where results are appended, a line of JSON each")
@@ -354,7 +356,8 @@ def main():
     if args.fault:
         faults = [f for f in faults if f.id in args.fault]
     else:
-        faults = chosen_faults(faults, args.faults, args.seed)
+        files = (".cpp", ".h") if args.headers else (".cpp",)
+        faults = chosen_faults([f for f in faults if f.path.endswith(files)], args.faults, args.seed)
     if not faults:
         sys.exit("There is no such fault.")
     if args.list:
