@@ -42,9 +42,8 @@ CAUGHT, HUNG, SURVIVED, REFUSED = "caught", "caught by its time limit", "survive
 
 def code_mask(text):
     """The text with every comment, literal and preprocessor line blanked out; same length."""
-    pattern = re.compile(r'//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'|^[ \t]*#[^\n]*', re.S | re.M)
+    pattern = re.compile(r'//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|(?<!\d)\'(?:\\.|[^\'\\\n])*\'|^[ \t]*#[^\n]*', re.S | re.M)
     mask = pattern.sub(lambda m: re.sub(r"[^\n]", " ", m.group()), text)
-    # A digit separator is no character literal, but the game uses none.
     return re.sub(r"\[\[[^\]\n]*\]\]", lambda m: " " * len(m.group()), mask)
 
 
@@ -84,12 +83,12 @@ def swaps(text, mask):
 
 def constants(mask):
     """Numbers off by one, or by a twentieth where they have a fraction; truth turned round."""
-    for m in re.finditer(r"(?<![\w.])(\d+\.\d+|0|[1-9]\d*(?:e\d+)?|0x[0-9A-Fa-f]+)(?![\w.])", mask):
+    for m in re.finditer(r"(?<![\w.'])(\d+\.\d+|0|[1-9]\d*(?:e\d+)?|0x[0-9A-Fa-f]+)(?![\w.'])", mask):
         number = m.group()
-        if "." in number or "e" in number:
-            changed = repr(float(number) * 1.05 or 0.05)
-        else:
+        if re.fullmatch(r"0x\w+|\d+", number):
             changed = str(int(number, 0) + 1)
+        else:
+            changed = repr(float(number) * 1.05 or 0.05)
         yield "constant", m.start(), m.end(), changed
     for m in re.finditer(r"\b(?:true|false)\b", mask):
         yield "constant", m.start(), m.end(), "false" if m.group() == "true" else "true"
