@@ -35,7 +35,7 @@ void ScriptWriter::put(const std::string& statement, std::int64_t at) {
 }
 
 void ScriptWriter::finish() {
-  waitUntil(now_);
+  waitUntil(std::max(now_, written_));
   out_ << "wait " << kFarewellMs << std::endl;
 }
 

@@ -44,7 +44,7 @@ class ScriptWriter {
 
   std::ostream& out_;
   std::int64_t now_ = 0;
-  std::int64_t written_ = 0;          ///< yield of the last statement
+  std::int64_t written_ = 1;          ///< yield of the last statement; a script begins in the first
   std::int64_t latest_ = 0;           ///< yield of the last milestone that was waited for
   std::deque<Milestone> milestones_;  ///< not waited for yet
 };

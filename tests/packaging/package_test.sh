@@ -34,8 +34,10 @@ races_a_lap() {
 
   rm "$own/vorn1t1.wav"
   echo damaged >"$own/vorn1t2.wav"
+  echo old | dd of="$own/vorn1t3.wav" conv=notrunc status=none
+  touch -d 2000-01-01 "$own/vorn1t3.wav"
   in_root "$root" "$2" --demo >/dev/null 2>&1
-  diff -r --exclude='demo*.wav' "$build/sounds" "$own" >&2 || fail "damaged sounds were not replaced"
+  diff -r --exclude='demo*.wav' "$build/sounds" "$own" >&2 || fail "missing, damaged and old sounds were not replaced"
 }
 
 "$source/packaging/package" --build "$build" --output "$work/packages"
@@ -46,7 +48,9 @@ lintian --allow-root --fail-on error,warning "$deb"
 mkdir "$work/debian"
 dpkg-deb -x "$deb" "$work/debian"
 desktop-file-validate "$work"/debian/usr/share/applications/vorn1.desktop
-appstreamcli validate --no-net "$work"/debian/usr/share/metainfo/vorn1.metainfo.xml
+metainfo=$work/debian/usr/share/metainfo/vorn1.metainfo.xml
+appstreamcli validate --no-net "$metainfo"
+grep -q "<release version=\"$(dpkg-deb -f "$deb" Version)\"" "$metainfo" || fail "the metadata know no such release"
 man=$work/debian/usr/share/man/man6/vorn1.6.gz
 [[ -z $(LC_ALL=C.UTF-8 man --warnings -l "$man" 2>&1 >"$work/man.txt") ]] || fail "the manual page has mistakes"
 options() { grep -o -e '--[a-z][a-z-]*' "$1" | sort -u; }
@@ -59,6 +63,7 @@ races_a_lap "$work/debian" /usr/games/vorn1
 
 mkdir "$work/bare"
 tar -C "$work/bare" -xzf "$archive"
+ls "$work"/bare/*/terms | grep -q '^libespeak-ng1$' || fail "the terms of the libraries are missing"
 "$here/clean_root.py" "$work/bare" --alone libc6
 races_a_lap "$work/bare" "/$(ls "$work/bare" | grep '^vorn1-')/bin/vorn1"
 echo "Both packages install and race."
