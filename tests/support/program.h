@@ -30,7 +30,7 @@ class LiveProgram {
   void writeLine(const std::string& line) const;
   void closeInput();
   /// The next line of its output; nothing at its end or when none comes within `withinMs`.
-  std::optional<std::string> readLine(int withinMs = 10'000);
+  std::optional<std::string> readLine(int withinMs = 60'000);
   /// Whether it stays silent for `forMs`.
   bool isSilent(int forMs);
   pid_t process() const { return process_; }

@@ -191,6 +191,9 @@ void AudioOutput::close() {
 }
 
 void AudioOutput::keep(Line& line, int frames) {
+  // SDL knows one set of drivers: a keeper that was left behind closing is waited for.
+  static std::mutex keeping;
+  const std::lock_guard only(keeping);
   std::string driver;  // what worked once is tried again, so that the others do not complain of each attempt
   do {
     Device device(line, frames, driver.empty() ? nullptr : driver.c_str());

@@ -108,7 +108,7 @@ TEST_F(DesktopPlatformTest, SoundsOfTheFolderPlayInTheirTime) {
   EXPECT_EQ(buffer->GetFrequency(), 22050);
   const auto start = steady_clock::now();
   buffer->Play(0);
-  while (buffer->GetStatus() == SoundBuffer::kPlaying && steady_clock::now() < start + 10s) {
+  while (buffer->GetStatus() == SoundBuffer::kPlaying && steady_clock::now() < start + 60s) {
     platform().yield();
   }
   EXPECT_EQ(buffer->GetStatus(), 0);
@@ -133,10 +133,11 @@ TEST_F(DesktopPlatformTest, TheVoiceSpeaksInItsTimeAndCaptionsShowIt) {
   options.captions = &captions;
   auto voice = platform().createVoice();
   EXPECT_GT(voice->GetVoices().size(), 100U);
+  testing::internal::CaptureStderr();
   const auto start = steady_clock::now();
   voice->Speak(" Exit Game. ", speak_flags::kSynchronous);
   EXPECT_GT(steady_clock::now() - start, 400ms);
-  EXPECT_LT(steady_clock::now() - start, 5s);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "it has not been given up";
   EXPECT_EQ(captions.str(), " Exit Game. \n");
 }
 
@@ -201,9 +202,11 @@ TEST_F(DesktopPlatformTest, ARequestToCloseCutsASynchronousText) {
   auto voice = platform().createVoice();
   platform().yield(0);
   askToClose();
+  std::string longText;
+  for (int i = 0; i < 100; ++i) longText += "one two three four five ";  // minutes
   const auto start = steady_clock::now();
-  voice->Speak("one two three four five six seven eight nine ten eleven twelve", speak_flags::kSynchronous);
-  EXPECT_LT(steady_clock::now() - start, 2s);
+  voice->Speak(longText, speak_flags::kSynchronous);
+  EXPECT_LT(steady_clock::now() - start, 60s);
   EXPECT_THROW(platform().yield(0), WindowClosed);
 }
 
@@ -216,33 +219,45 @@ TEST_F(DesktopPlatformTest, AYieldWaitsAsLongAsItMayButForAnEvent) {
   for (int i = 0; i < 200; ++i) {
     platform().yield(0);
   }
-  EXPECT_LT(steady_clock::now() - before, 1s);
+  EXPECT_LT(steady_clock::now() - before, 10s);
   std::thread presser([this] {
     std::this_thread::sleep_for(50ms);
     press(SDL_SCANCODE_RETURN, SDLK_RETURN);
   });
   const auto waiting = steady_clock::now();
-  platform().yield(5000);
+  platform().yield(60'000);
   presser.join();
-  EXPECT_LT(steady_clock::now() - waiting, 3s);
+  EXPECT_LT(steady_clock::now() - waiting, 50s);
   EXPECT_EQ(recorder.keys, (std::vector<int>{13}));
 }
 
 TEST_F(DesktopPlatformTest, TheClocksAreThoseOfTheMachine) {
-  const std::int32_t ticks = platform().tickCount();
-  const auto start = steady_clock::now();
+  const auto passed = [](steady_clock::time_point from, steady_clock::time_point to) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(to - from).count();
+  };
+  const auto beforeFirst = steady_clock::now();
+  const std::int32_t first = platform().tickCount();
+  const auto afterFirst = steady_clock::now();
   std::this_thread::sleep_for(30ms);
-  const auto passed =
-      std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - start).count();
-  EXPECT_NEAR(platform().tickCount() - ticks, static_cast<double>(passed), 20);
+  const auto beforeSecond = steady_clock::now();
+  const std::int32_t second = platform().tickCount();
+  const auto afterSecond = steady_clock::now();
+  EXPECT_GE(second - first, passed(afterFirst, beforeSecond) - 1);
+  EXPECT_LE(second - first, passed(beforeFirst, afterSecond) + 2);
 
-  const std::time_t now = std::time(nullptr);
+  std::time_t now = 0;
+  Date today;
+  double seconds = 0;
+  do {  // all within one second
+    now = std::time(nullptr);
+    today = platform().today();
+    seconds = platform().secondsSinceMidnight();
+  } while (std::time(nullptr) != now);
   const std::tm local = *std::localtime(&now);
-  const Date today = platform().today();
   EXPECT_EQ(today.year, local.tm_year + 1900);
   EXPECT_EQ(today.month, local.tm_mon + 1);
   EXPECT_EQ(today.day, local.tm_mday);
-  EXPECT_NEAR(platform().secondsSinceMidnight(), local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec, 2);
+  EXPECT_NEAR(seconds, local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec, 1);
 }
 
 TEST_F(DesktopPlatformTest, AnsweredBoxesGoToStandardError) {

@@ -843,7 +843,7 @@ TEST_F(MixerTest, TwoThreadsGetAlong) {
     std::this_thread::yield();
   }
   buffers[0]->Play(0);
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   while (buffers[0]->GetStatus() == SoundBuffer::kPlaying && std::chrono::steady_clock::now() < limit) {
     std::this_thread::yield();
   }
