@@ -51,7 +51,7 @@ double loudness(double seconds) {
 }
 
 bool isHeardAgain() {
-  const auto end = steady_clock::now() + 20s;
+  const auto end = steady_clock::now() + 60s;
   while (steady_clock::now() < end) {
     if (loudness(0.3) > 0.01) return true;
   }
@@ -82,7 +82,7 @@ class SoundReturns : public testing::Test {
   std::unique_ptr<SoundBuffer> load(const std::string& name) {
     return device->CreateSoundBufferFromFile("engineBuffer", name + ".wav", 224);
   }
-  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 30s) {
+  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 60s) {
     const auto end = steady_clock::now() + limit;
     while (!condition()) {
       if (steady_clock::now() > end) return false;
@@ -156,7 +156,7 @@ TEST_F(SoundReturns, AndWhereItDoesNotThePlatformStillEndsInTime) {
   voice.reset();
   const auto start = steady_clock::now();
   platform.reset();
-  EXPECT_LT(steady_clock::now() - start, 5s);
+  EXPECT_LT(steady_clock::now() - start, 20s);
   soundServer("thaw");
 }
 
@@ -177,7 +177,7 @@ class SoundReturnsTo : public testing::Test {
     soundServer(find);
     const auto start = steady_clock::now();
     player->waitFor(kSoundIsBack);
-    EXPECT_LT(steady_clock::now() - start, 3s) << loss;
+    EXPECT_LT(steady_clock::now() - start, 20s) << loss;
     EXPECT_GT(loudness(0.8), 0.01) << loss;
   }
   void startRace() {
