@@ -213,7 +213,11 @@ std::string FolderFiles::nameToWrite(const char* call, const std::string& name) 
   if (!isPlainName(name)) throw PlatformError(call, name, "not a file name");
   const auto found = find(name);
   std::error_code error;
-  if (!found && fs::exists(folder_ / name, error)) throw PlatformError(call, name, kNoRegularFile);
+  const fs::file_status place =
+      fs::status(folder_ / name, error);  // looked at once: others may write here too
+  if (!found && fs::exists(place) && !fs::is_regular_file(place)) {
+    throw PlatformError(call, name, kNoRegularFile);
+  }
   return found.value_or(name);
 }
 
