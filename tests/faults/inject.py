@@ -87,12 +87,9 @@ class Session:
             folder, reached = pathlib.Path(work, "folder"), pathlib.Path(work, "reached")
             trace = pathlib.Path(work, "trace")
             folder.mkdir()
-            for sound in pathlib.Path(self.options.sounds).glob("*.wav"):
-                os.symlink(sound, folder / sound.name)
-            for name, content in BEFORE.items():
-                (folder / name).write_bytes(content)
+            self.fill(folder, fault)
             environment = dict(os.environ)
-            if fault:
+            if fault and self.options.injector:
                 environment |= {
                     "LD_PRELOAD": self.options.injector, "VORN_FAULT_KIND": self.options.kind,
                     "VORN_FAULT_NUMBER": str(fault), "VORN_FAULT_MODE": self.options.mode,
@@ -103,12 +100,23 @@ class Session:
                 + (["--trace", trace] if self.options.kind != "memory" else []),
                 input=self.script, env=environment, stderr=subprocess.PIPE, text=True)
             files = {path.name: path.read_bytes() for path in folder.iterdir() if not path.is_symlink()}
+            self.empty(folder)
             told = trace.read_text() if trace.exists() else ""
-            return files, (run.returncode, told + run.stderr, reached.exists())
+            return files, (run.returncode, told + run.stderr, reached.exists() or not self.options.injector)
+
+    def fill(self, folder, fault):
+        for sound in pathlib.Path(self.options.sounds).glob("*.wav"):
+            os.symlink(sound, folder / sound.name)
+        for name, content in BEFORE.items():
+            (folder / name).write_bytes(content)
+
+    def empty(self, folder):
+        pass
 
     def complaints(self, fault):
         """What is wrong after this fault; None where it was not reached."""
         files, (status, output, reached) = self.play(fault)
+        self.last = files
         if not reached:
             return None
         wrong = []
@@ -122,12 +130,17 @@ class Session:
                 continue
             if name == "vorn1log.txt":
                 wrong += self.complaints_of_log(content)
-            elif content not in (BEFORE.get(name), self.after.get(name)) and not self.is_start_value(name, content):
-                wrong.append(f"{name} holds {content!r}")
+            else:
+                wrong += self.complaints_of_rest(name, content)
         for name in BEFORE.keys() & self.after.keys():
             if name not in files and not (name == "vorn1log.txt" and self.deletes_log()):
                 wrong.append(f"{name} is lost")
         return wrong
+
+    def complaints_of_rest(self, name, content):
+        if content in (BEFORE.get(name), self.after.get(name)) or self.is_start_value(name, content):
+            return []
+        return [f"{name} holds {content[:200]!r}"]
 
     def is_start_value(self, name, content):
         """Settings that could not be read have their start values, and are saved when the player changes one."""
@@ -147,16 +160,20 @@ class Session:
         return []
 
 
+def sessions(replays):
+    """Their names and scripts."""
+    race = pathlib.Path(replays, "lap_kirtland_by_keys.script").read_text()
+    return [("settings", MAKING_SETTINGS), ("record", race[:race.index("wait 5000\nwait quiet\nend")] + NAMING)]
+
+
 def main():
     parser = argparse.ArgumentParser()
     for name in ("program", "injector", "sounds", "replays", "mode", "kind"):
         parser.add_argument(name)
     parser.add_argument("--step", type=int, default=1)
     options = parser.parse_args()
-    race = pathlib.Path(options.replays, "lap_kirtland_by_keys.script").read_text()
-    race = race[:race.index("wait 5000\nwait quiet\nend")]
     made = failed = 0
-    for name, script in (("settings", MAKING_SETTINGS), ("record", race + NAMING)):
+    for name, script in sessions(options.replays):
         session = Session(options, script)
         faults = 0
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
