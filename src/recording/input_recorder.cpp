@@ -35,21 +35,19 @@ void InputRecorder::keyWentDown(int virtualKeyCode) {
 }
 
 // A key that was let go was so at some time since the last reading: best at a moment that a replay knows
-// well.
+// well. One that the game never saw down was a tap, and long over.
 void InputRecorder::keyboardRead(const KeyboardState& state) {
   settle(state);
   const std::int64_t at = std::min(std::max(lastRead_ + 1, writer_.latestMilestone()), writer_.now());
   lastRead_ = writer_.now();
   for (const Key& key : allKeys()) {
     const bool wasDown = down_.count(&key) > 0;
-    if (isDown(state, key) == wasDown) continue;
-    if (wasDown) {
-      writer_.put(statement("release ", key), at);
+    if (isDown(state, key)) {
+      if (!wasDown) pressUnheard(key, at);
+      seenDown_.insert(&key);
+    } else if (wasDown) {
+      writer_.put(statement("release ", key), seenDown_.erase(&key) > 0 ? at : 0);
       down_.erase(&key);
-    } else {  // without an event, as where the layout has another key there
-      writer_.put("focus off", at);
-      press(key, at);
-      writer_.put("focus on", at);
     }
   }
 }
@@ -84,8 +82,16 @@ void InputRecorder::settle(const KeyboardState& state) {
 
 void InputRecorder::press(const Key& key, std::int64_t yield) {
   const bool wasDown = !down_.insert(&key).second;
+  seenDown_.erase(&key);
   if (wasDown) writer_.put(statement("release ", key), yield);  // unseen
   writer_.put(statement("press ", key), yield);
+}
+
+// Without its event, as where the keyboard's layout has another key there.
+void InputRecorder::pressUnheard(const Key& key, std::int64_t yield) {
+  writer_.put("focus off", yield);
+  press(key, yield);
+  writer_.put("focus on", yield);
 }
 
 void InputRecorder::move(const char* axis, int& place, int value) {

@@ -32,10 +32,12 @@ class InputRecorder {
 
   void settle(const KeyboardState& state);
   void press(const Key& key, std::int64_t yield);
+  void pressUnheard(const Key& key, std::int64_t yield);
   void move(const char* axis, int& place, int value);
 
   ScriptWriter& writer_;
-  std::set<const Key*> down_;  ///< in a replay
+  std::set<const Key*> down_;      ///< in a replay
+  std::set<const Key*> seenDown_;  ///< of these, the ones that the game has read as down
   std::vector<Unsettled> unsettled_;
   std::int64_t lastRead_ = 0;  ///< yield after which the keyboard was read last
   JoystickState controller_;   ///< in a replay

@@ -51,6 +51,16 @@ TEST_F(Recorded, ReleaseComesInTheYieldAfterACarTickWhereThereIsOne) {
   EXPECT_EQ(out.str(), "wait 1\npress Up\nwait tick 1\nrelease Up\n");
 }
 
+TEST_F(Recorded, TapThatIsNeverReadIsOverAtOnce) {
+  yields(2);
+  recorder.keyWentDown(kUp);
+  yields(3);
+  writer.ticked();
+  yields(99);
+  recorder.keyboardRead(keyboard);
+  EXPECT_EQ(out.str(), "wait 1\npress Up\nrelease Up\n");
+}
+
 TEST_F(Recorded, ReadingTellsWhichShiftItWas) {
   yields(1);
   recorder.keyWentDown(kShift);
