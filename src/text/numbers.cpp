@@ -52,7 +52,7 @@ std::string numberText(double value) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') text.pop_back();
   }
-  return text == "-0" ? "0" : text;
+  return text;
 }
 
 double leadingNumber(std::string_view text) {

@@ -33,6 +33,8 @@ TEST(NumberText, HasNoTrailingZerosAndNoNoise) {
   EXPECT_EQ(numberText(1.0 / 3), "0.333333333333333");
   EXPECT_EQ(numberText(100.0 / 3), "33.3333333333333");
   EXPECT_EQ(numberText(0.0001), "0.0001");
+  EXPECT_EQ(numberText(-1e-20), "-0.00000000000000000001");
+  EXPECT_EQ(numberText(-5e-324).size(), 341u);  // the smallest there is keeps its digits too
 }
 
 TEST(NumberText, WritesLargeNumbersWithoutAnExponent) {
@@ -55,7 +57,7 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith) {
 }
 
 TEST(LeadingNumber, IsZeroWhereThereIsNone) {
-  for (const char* text : {"", " ", "x1", "-", ".", "-.", "e5", "\x1b", "abc"})
+  for (const char* text : {"", " ", "x1", "-", ".", "-.", "e5", "\x1b", "abc", "1e999", "-2e999"})
     EXPECT_EQ(leadingNumber(text), 0) << text;
 }
 
