@@ -13,6 +13,18 @@ constexpr int kTickMilliseconds = 99;
 constexpr double kTwoTo31 = 2147483648.0;
 constexpr double kSecondsADay = 86400;
 
+template <typename IsCut>
+void waitOut(GameState& g, double seconds, IsCut isCut) {
+  const std::int32_t start = g.platform.tickCount();
+  const auto wait = static_cast<std::uint32_t>(roundEven(1000 * seconds));
+  g.waitUntilTick = static_cast<std::int32_t>(static_cast<std::uint32_t>(start) + wait);
+  std::uint32_t passed = 0;
+  do {
+    g.platform.yield(static_cast<int>(wait - passed) + 1);
+    passed = millisecondsSince(g, start);
+  } while (passed <= wait && !isCut());
+}
+
 }  // namespace
 
 std::int32_t elapsedtime(std::int32_t start, std::int32_t now) {
@@ -30,14 +42,12 @@ std::uint32_t millisecondsSince(const GameState& g, std::int32_t start) {
 }
 
 void dyke(GameState& g, double seconds) {
-  const std::int32_t start = g.platform.tickCount();
-  const auto wait = static_cast<std::uint32_t>(roundEven(1000 * seconds));
-  g.waitUntilTick = static_cast<std::int32_t>(static_cast<std::uint32_t>(start) + wait);
-  std::uint32_t passed = 0;
-  do {
-    g.platform.yield(static_cast<int>(wait - passed) + 1);
-    passed = millisecondsSince(g, start);
-  } while (passed <= wait);
+  waitOut(g, seconds, [] { return false; });
+}
+
+bool dykeUnlessEscaped(GameState& g, double seconds) {
+  waitOut(g, seconds, [&] { return g.escapePressed == 1; });
+  return g.escapePressed != 1;
 }
 
 void dy(GameState& g, double seconds) {

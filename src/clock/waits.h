@@ -18,6 +18,9 @@ std::uint32_t millisecondsSince(const GameState& g, std::int32_t start);
 /// Waits `seconds` (real) by the millisecond tick count: the usual wait.
 void dyke(GameState& g, double seconds);
 
+/// The same, but over at once when Escape is pressed. Returns false then.
+bool dykeUnlessEscaped(GameState& g, double seconds);
+
 /// Waits `seconds` (real) by the clock of the day, across midnight too.
 void dy(GameState& g, double seconds);
 

@@ -39,6 +39,8 @@ class ReadOnlyFiles : public Files {
   void write(const std::string&, const std::string&) override {}
   void append(const std::string&, const std::string&) override {}
   void remove(const std::string&) override {}
+  bool claim() override { return false; }
+  std::unique_ptr<FolderLock> lock() override { return nullptr; }
   std::uintmax_t size(const std::string& name) override { return inner_.size(name); }
   std::string readSound(const std::string& name) override { return inner_.readSound(name); }
 

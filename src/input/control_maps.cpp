@@ -4,6 +4,8 @@
 #include <span>
 
 #include "input/events.h"
+#include "input/settings_reading.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "text/numbers.h"
 #include "text/settings_file.h"
@@ -74,7 +76,7 @@ void setDefaults(InputState& in, const MapFile& map) {
 void print(GameState& g, const MapFile& map) {
   std::vector<int> values;
   for (const MappedControl& control : map.controls) values.push_back(g.*control.field);
-  g.platform.files().write(map.name, settingsText(values));
+  keep(g, Kept::kSettings, [&] { g.platform.files().write(map.name, settingsText(values)); });
 }
 
 void resetSilently(GameState& g, const MapFile& map) {
@@ -82,21 +84,21 @@ void resetSilently(GameState& g, const MapFile& map) {
   print(g, map);
 }
 
-bool load(GameState& g, const MapFile& map) {
-  const auto values = readSettings(g.platform.files().read(map.name));
+bool load(InputState& in, const MapFile& map, const std::string& text) {
+  const auto values = readSettings(text);
   if (values.size() < map.controls.size()) return false;
   for (std::size_t i = 0; i < map.controls.size(); ++i) {
     const MappedControl& control = map.controls[i];
     const double value = roundEven(values[i].value_or(std::numeric_limits<double>::quiet_NaN()));
     if (!(value >= control.lowest && value <= control.highest)) return false;
-    g.*control.field = static_cast<int>(value);
+    in.*control.field = static_cast<int>(value);
   }
   return true;
 }
 
 void loadOrReset(GameState& g, const MapFile& map) {
-  if (!g.platform.files().find(map.name)) return;
-  if (load(g, map)) return;
+  const auto text = settingsFileText(g, map.name);
+  if (!text || load(g, map, *text)) return;
   resetSilently(g, map);
   g.startUpMessages.push_back(map.resetMessage);
 }

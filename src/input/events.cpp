@@ -40,7 +40,12 @@ void play(InputState& in, const JoystickState& state) {
   if (in.joySteeringAxis == 2) in.joySteering = state.rx;
   if (in.joyGasAxis == 1) in.joyGasBrake = state.y;
   if (in.joyGasAxis == 2) in.joyGasBrake = state.ry;
-  for (const auto& [flag, button] : kActions) in.*flag = isButtonDown(state, in.*button) ? 1 : 0;
+  for (std::size_t i = 0; i < in.spentButtons.size(); ++i) {
+    if (!isButtonDown(state, static_cast<int>(i))) in.spentButtons[i] = 0;
+  }
+  for (const auto& [flag, button] : kActions) {
+    in.*flag = isButtonDown(state, in.*button) && in.spentButtons[in.*button] == 0 ? 1 : 0;
+  }
 }
 
 /// The highest button that is down wins.
@@ -151,6 +156,18 @@ void readController(InputState& in) {
   } else {
     captureAxis(in, state.y, state.ry);
   }
+}
+
+void spendButton(InputState& in, int InputState::*flag) {
+  if (in.*flag != 1) return;
+  in.*flag = 0;
+  for (const auto& [action, button] : kActions) {
+    if (action == flag) in.spentButtons.at(in.*button) = 1;
+  }
+}
+
+void spendButtons(InputState& in) {
+  for (const auto& [flag, button] : kActions) spendButton(in, flag);
 }
 
 void pollController(InputState& in) {

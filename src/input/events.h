@@ -36,6 +36,12 @@ void SetJoystickRange(InputState& in, int minimum, int maximum);
 /// Reads the controller into the axis and button fields, or into the capture that is going on.
 void readController(InputState& in);
 
+/// The press that has raised `flag` (a `btn...` field) has had its effect: its
+/// button counts as up until it has been released.
+void spendButton(InputState& in, int InputState::*flag);
+/// The same for every mapped button that is down.
+void spendButtons(InputState& in);
+
 /// Asks the controller for its state, where there is one.
 void pollController(InputState& in);
 /// Reads the whole keyboard into `keyboardState`.

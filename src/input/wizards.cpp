@@ -183,6 +183,14 @@ bool answerSteps(GameState& g) {
   return true;
 }
 
+/// Buttons have changed unseen while they were captured; those still down must
+/// not choose anything in the menu.
+void endCapturing(InputState& in) {
+  in.joyCaptureMode = kCaptureNothing;
+  readController(in);
+  spendButtons(in);
+}
+
 /// The key that chose the wizard is still down when it opens, and would be its first answer.
 void waitForEnterToBeReleased(GameState& g) {
   const std::int32_t start = g.platform.tickCount();
@@ -223,10 +231,10 @@ void confjoy(GameState& g) {
   if (answerSteps(g)) {
     clk(g);
     say(g, " OK, thank you. ");
-    g.joyCaptureMode = kCaptureNothing;
+    endCapturing(g);
     printJoyCFG(g);
   } else {
-    g.joyCaptureMode = kCaptureNothing;
+    endCapturing(g);
     clk(g);
     say(g,
         " I'm sorry, but you have not configured enough of"

@@ -3,8 +3,10 @@
 #include "clock/waits.h"
 #include "input/choosers.h"
 #include "input/events.h"
+#include "input/settings_reading.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "text/settings_file.h"
 
@@ -65,16 +67,15 @@ void playEngineSound(GameState& g) {
 }  // namespace
 
 void getgops(GameState& g) {
-  if (!g.platform.files().find(kOptionsFile)) return;
   std::vector<int*> fields;
   for (const auto option : kOptions) fields.push_back(&(g.*option));
-  readSettingsInto(g.platform.files().read(kOptionsFile), fields);
+  loadSettings(g, kOptionsFile, fields);
 }
 
 void printgops(GameState& g) {
   std::vector<int> values;
   for (const auto option : kOptions) values.push_back(g.*option);
-  g.platform.files().write(kOptionsFile, settingsText(values));
+  keep(g, Kept::kSettings, [&] { g.platform.files().write(kOptionsFile, settingsText(values)); });
 }
 
 void congops(GameState& g) {

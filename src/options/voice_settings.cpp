@@ -7,8 +7,10 @@
 #include "clock/waits.h"
 #include "input/choosers.h"
 #include "input/events.h"
+#include "input/settings_reading.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "state/key_names.h"
 #include "text/numbers.h"
@@ -165,14 +167,12 @@ void tryVoices(GameState& g) {
 }  // namespace
 
 void getCFG(GameState& g) {
-  if (!g.platform.files().find(kVoiceFile)) return;
-  readSettingsInto(g.platform.files().read(kVoiceFile),
-                   {&g.voiceIndex, &g.speechRate, &g.voiceVolume, &g.soundVolume});
+  loadSettings(g, kVoiceFile, {&g.voiceIndex, &g.speechRate, &g.voiceVolume, &g.soundVolume});
 }
 
 void printCFG(GameState& g) {
-  g.platform.files().write(kVoiceFile,
-                           settingsText({g.voiceIndex, g.speechRate, g.voiceVolume, g.soundVolume}));
+  const std::string text = settingsText({g.voiceIndex, g.speechRate, g.voiceVolume, g.soundVolume});
+  keep(g, Kept::kSettings, [&] { g.platform.files().write(kVoiceFile, text); });
 }
 
 void changevoice(GameState& g) {

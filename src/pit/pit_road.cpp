@@ -103,6 +103,7 @@ bool approachBox(GameState& g, const PitSide& side, PitArrival& arrival) {
 /// No car tick tends the sounds of driving while the car is serviced.
 void haltCar(GameState& g) {
   g.speed = 0;
+  carryOn([&] { g.warnBuffer->Stop(); });  // the box voice; there is none where it could not be loaded
   g.sound8Buffer->Stop();
   g.sound8Buffer->SetCurrentPosition(0);
   g.sound10Buffer->Stop();
@@ -211,6 +212,7 @@ void pitroad(GameState& g, int side) {
     rejoin(g, pits, entryPosition);
   } else {
     carryOn([&] { g.panBuffer->Stop(); });
+    carryOn([&] { g.warnBuffer->Stop(); });
   }
   g.pit = 0;
 }

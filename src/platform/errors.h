@@ -38,7 +38,7 @@ bool carryOn(Call&& call) {
 struct WindowClosed {};
 
 /// The program ends here and now: the headless script has ended, a waiting
-/// statement passed its limit, or a close request came during shutdown.
+/// statement passed its limit, or the player asked a second time to close the window.
 /// Caught by `main` alone.
 struct ProgramEnd {
   int exitStatus;

@@ -5,11 +5,18 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vorn {
+
+/// Keeps other programs on the same folder waiting for as long as it lives.
+class FolderLock {
+ public:
+  virtual ~FolderLock() = default;
+};
 
 class Files {
  public:
@@ -29,6 +36,12 @@ class Files {
   /// Adds `bytes` at the end, in one piece, making the file where there is none.
   virtual void append(const std::string& name, const std::string& bytes) = 0;
   virtual void remove(const std::string& name) = 0;
+
+  /// Marks the folder as in use until the program ends. Returns whether another program is using it.
+  virtual bool claim() = 0;
+  /// Locks the folder for a moment; waits for another program's moment to be over,
+  /// a second at most. Null where the folder cannot be locked.
+  virtual std::unique_ptr<FolderLock> lock() = 0;
 
   virtual std::uintmax_t size(const std::string& name) = 0;    ///< bytes
   virtual std::string readSound(const std::string& name) = 0;  ///< the bytes of a sound file

@@ -59,7 +59,7 @@ class Platform {
   virtual void setEventReceiver(EventReceiver* receiver) = 0;  ///< not owned; null: nobody
   /// Shows `text` (a carriage return breaks the line) with an OK button and waits for it. Returns 1.
   virtual int messageBox(const std::string& text) = 0;
-  /// From now on a close request ends the program at once (`ProgramEnd`).
+  /// The program is leaving: a first close request changes nothing from now on, a second one ends it at once.
   virtual void enterShutdown() = 0;
 
   // Devices. Each `create` throws `PlatformError` where there is no such thing.

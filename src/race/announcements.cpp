@@ -58,6 +58,8 @@ std::string elapsedTimeText(double raceTicks) {
   int hours = 0, minutes = 0;
   for (; seconds > 60; seconds -= 60) ++minutes;
   for (; minutes > 60; minutes -= 60) ++hours;
+  seconds =
+      roundDecimals(seconds, 3);  // taking out the minutes leaves noise that would be heard as other digits
   std::string text;
   if (hours > 0) text += countedUnit(hours, "hour") + " ";
   if (minutes > 0) text += countedUnit(minutes, "minute") + " ";

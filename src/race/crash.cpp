@@ -15,34 +15,40 @@ namespace {
 constexpr double kCrashCostTicks = 289;
 constexpr int kRestartQuieterBy = 800;
 constexpr int kCueAfterCrashQuieterBy = 2000;
-constexpr int kEngineHertz = 22051;
 
-void playImpact(GameState& g) {
+/// Returns false where the driver gave up.
+bool playImpact(GameState& g) {
   clk(g);
-  play(g, "vorn15");
+  if (!playUnlessEscaped(g, "vorn15")) return false;
   g.engineBuffer->Stop();
   play2(g, "vorn11");
   dyke(g, 0.1);
   clk(g);
   stopall(g);
   g.engineBuffer->SetCurrentPosition(0);
+  return true;
+}
+
+/// Escape may have been pressed where only its code has been forgotten since.
+bool isCutShort(const InputState& in) {
+  return !in.lastKeyCode.empty() || in.escapePressed == 1;
 }
 
 /// The wreck comes to rest and a marshal says what to do; any key cuts it short.
 void playAftermath(GameState& g) {
-  while (g.oneShotBuffer.isPlaying() && g.lastKeyCode.empty()) {
+  while (g.oneShotBuffer.isPlaying() && !isCutShort(g)) {
     if (g.inputDevice == kJoystick) pollController(g);
     readKeyboard(g);
     g.platform.yield();
     if (g.btnSpeedometer == 1 || isKeyDown(g, g.keyMapSpeedometer)) g.lastKeyCode = "1";
   }
-  if (!g.lastKeyCode.empty()) {
+  if (isCutShort(g)) {
     g.oneShotBuffer->Stop();
     return;
   }
   play3(g, "vorn12");
-  if (g.lastKeyCode.empty()) play3(g, "vorn13");
-  if (g.lastKeyCode.empty()) play(g, "vorn14");
+  if (!isCutShort(g)) play3(g, "vorn13");
+  if (!isCutShort(g)) playUnlessEscaped(g, "vorn14");
 }
 
 void putCarBack(GameState& g) {
@@ -55,7 +61,7 @@ void putCarBack(GameState& g) {
   g.wallTicks = 0;
   sars(g);
   awarn(g);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
+  resumeCue(g);
   g.btnSpeedometer = 0;
 }
 
@@ -102,11 +108,12 @@ void waitForShift(GameState& g) {
 
 void crash(GameState& g) {
   g.forceCrash = 0;
-  playImpact(g);
-  g.warnBuffer->SetVolume(g.soundVolume - kCueAfterCrashQuieterBy);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
-  playAftermath(g);
-  g.engineBuffer->SetFrequency(kEngineHertz);
+  if (playImpact(g)) {
+    g.warnBuffer->SetVolume(g.soundVolume - kCueAfterCrashQuieterBy);
+    resumeCue(g);
+    playAftermath(g);
+  }
+  resetEnginePitch(g);
   if (g.escapePressed == 1) return;
   putCarBack(g);
   if (restartEngine(g)) waitForShift(g);

@@ -33,6 +33,7 @@ void followCue(RaceState& car, const Cue& cue) {
   car.warnDistance = cue.length;
   car.warnScale = cue.scale;
   car.warnPan = cue.pan;
+  car.warnLoops = 0;
 }
 
 void startwarn(GameState& g, const Cue& cue) {
@@ -43,7 +44,12 @@ void startwarn(GameState& g, const Cue& cue) {
   g.baseFrequency = g.warnBuffer->GetFrequency() + 1;
   g.warnBuffer->SetPan(cue.pan);
   g.warnBuffer->SetFrequency(g.baseFrequency);
-  g.warnBuffer->Play(SoundBuffer::kLooping);
+  g.warnLoops = 1;
+  resumeCue(g);
+}
+
+void resumeCue(GameState& g) {
+  if (g.warnLoops == 1) g.warnBuffer->Play(SoundBuffer::kLooping);
 }
 
 void awarn(GameState& g) {

@@ -24,10 +24,12 @@ double cueVolume(const RaceState& car, int soundVolume);
 /// Pan of a cue, -10000..10000: the further right the car, the further left it is heard. Pure.
 double cuePan(const RaceState& car);
 
-/// From now on `awarn` moves what `warnBuffer` holds as `cue` says.
+/// From now on `awarn` moves what `warnBuffer` holds, a voice that is said once, as `cue` says.
 void followCue(RaceState& car, const Cue& cue);
 /// Starts `cue`, looping and nearly silent, in place of the last one. Does not wait.
 void startwarn(GameState& g, const Cue& cue);
+/// Lets a cue that was stopped sound again; a voice that is said once stays silent.
+void resumeCue(GameState& g);
 /// Moves the cue with the car: louder toward its end, panned by where the car is.
 void awarn(GameState& g);
 

@@ -15,6 +15,7 @@
 namespace vorn {
 namespace {
 
+constexpr int kEngineHertz = 22051;
 constexpr int kTopGear = 4;
 constexpr int kFullGas = 20;
 constexpr int kLaunchingGas = -10;
@@ -40,7 +41,8 @@ constexpr double kFullBrakeTravel = 10000;
 
 /// Leaving neutral with the gas pressed.
 void launch(GameState& g) {
-  if (g.inputDevice == kJoystick) g.btnUpShift = 0;  // the same press must not shift again
+  if (g.inputDevice == kJoystick)
+    spendButton(g, &InputState::btnUpShift);  // the same press must not shift again
   if (!isGasAsked(g, kLaunchingGas)) return;
   play2(g, "vorn3");
   g.speed = g.engineRpm / 5 + 4;
@@ -175,8 +177,12 @@ void dobk(GameState& g) {
 
 void overRev(GameState& g) {
   const double threshold = 50 * g.gear + 29;
-  const double hertz = g.speed > threshold ? 22050 + 200 * (g.speed - threshold) : 22051;
+  const double hertz = g.speed > threshold ? 22050 + 200 * (g.speed - threshold) : kEngineHertz;
   g.engineBuffer->SetFrequency(roundToInt(hertz));
+}
+
+void resetEnginePitch(SoundState& sound) {
+  sound.engineBuffer->SetFrequency(kEngineHertz);
 }
 
 void burnFuel(RaceState& car) {

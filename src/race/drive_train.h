@@ -37,6 +37,8 @@ void DownShift(GameState& g);
 void dobk(GameState& g);
 /// Raises the pitch of the engine where it turns too fast for its gear.
 void overRev(GameState& g);
+/// The engine at the pitch of its tape again.
+void resetEnginePitch(SoundState& sound);
 /// One tick of burning fuel.
 void burnFuel(RaceState& car);
 

@@ -95,6 +95,7 @@ bool crank(GameState& g) {
 }
 
 void idle(GameState& g) {
+  resetEnginePitch(g);
   g.engineBuffer->SetVolume(g.soundVolume);
   g.engineBuffer->SetCurrentPosition(0);
   g.engineBuffer->Play(SoundBuffer::kLooping);
@@ -124,7 +125,13 @@ StartResult startEngine(GameState& g) {
   return StartResult::kStarted;
 }
 
-StartResult countDown(GameState& g) {
+/// `isOldPress`: the shift control has been down since it jumped the last start.
+bool isUpShiftPressed(const InputState& in, bool& isOldPress) {
+  isOldPress = isOldPress && isUpShiftAsked(in);
+  return isUpShiftAsked(in) && !isOldPress;
+}
+
+StartResult countDown(GameState& g, bool& isOldPress) {
   say2(g, " 10 ");
   const std::int32_t start = g.platform.tickCount();
   std::size_t said = 0;
@@ -132,7 +139,10 @@ StartResult countDown(GameState& g) {
     readRaceDevice(g);
     g.platform.yield();
     if (isEscapeAsked(g)) return StartResult::kAbandoned;
-    if (isUpShiftAsked(g)) return StartResult::kJumped;
+    if (isUpShiftPressed(g, isOldPress)) {
+      spendButton(g, &InputState::btnUpShift);
+      return StartResult::kJumped;
+    }
     revAndHonk(g);
     const double seconds = roundEven(millisecondsSince(g, start) / 1000.0);
     for (; said < std::size(kCountdown) && seconds >= kCountdown[said].seconds; ++said) {
@@ -143,7 +153,7 @@ StartResult countDown(GameState& g) {
 }
 
 /// From the horn to first gear: what the driver takes counts as race time.
-StartResult react(GameState& g) {
+StartResult react(GameState& g, bool& isOldPress) {
   g.sound4Buffer->Play(SoundBuffer::kOnce);
   const std::int32_t horn = g.platform.tickCount();
   for (;;) {
@@ -152,7 +162,7 @@ StartResult react(GameState& g) {
     // By the clock and not by passes, so that revving the engine does not change it.
     g.raceTicks = std::floor(static_cast<double>(millisecondsSince(g, horn)) / kReactionStepMs);
     if (isEscapeAsked(g)) return StartResult::kAbandoned;
-    if (isUpShiftAsked(g)) break;
+    if (isUpShiftPressed(g, isOldPress)) break;
     revAndHonk(g);
   }
   clk(g);
@@ -174,11 +184,11 @@ void scold(GameState& g) {
   sars(g);
 }
 
-StartResult tryToStart(GameState& g) {
+StartResult tryToStart(GameState& g, bool isOldPress) {
   setUp(g);
   StartResult result = startEngine(g);
-  if (result == StartResult::kStarted) result = countDown(g);
-  if (result == StartResult::kStarted) result = react(g);
+  if (result == StartResult::kStarted) result = countDown(g, isOldPress);
+  if (result == StartResult::kStarted) result = react(g, isOldPress);
   return result;
 }
 
@@ -192,7 +202,11 @@ void revFreely(GameState& g) {
 }  // namespace
 
 void startrace(GameState& g) {
-  while (tryToStart(g) == StartResult::kJumped) scold(g);
+  bool hasJumped = false;
+  while (tryToStart(g, hasJumped) == StartResult::kJumped) {
+    scold(g);
+    hasJumped = true;
+  }
 }
 
 void EndTheRace(GameState& g) {
@@ -203,6 +217,7 @@ void EndTheRace(GameState& g) {
   play2(g, "vorn6");
   stopall2(g);
   sars(g);
+  resetEnginePitch(g);
   g.engineBuffer->Play(SoundBuffer::kLooping);
   for (; g.engineRpm <= 100; g.engineRpm += kRevStep) revFreely(g);
   for (g.engineRpm = 100; g.engineRpm >= 2; g.engineRpm -= kRevStep) revFreely(g);

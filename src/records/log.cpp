@@ -1,5 +1,7 @@
 #include "records/log.h"
 
+#include "speech/losses.h"
+
 namespace vorn {
 
 std::string dateText(const Date& date) {
@@ -9,7 +11,7 @@ std::string dateText(const Date& date) {
 void appendToLog(GameState& g, const std::vector<std::string>& lines) {
   std::string bytes;
   for (const std::string& line : lines) bytes += line + "\r\n";
-  g.platform.files().append(kLogFile, bytes);
+  keep(g, Kept::kLog, [&] { g.platform.files().append(kLogFile, bytes); });
 }
 
 void startlog(GameState& g) {

@@ -5,6 +5,7 @@
 #include "input/events.h"
 #include "records/log.h"
 #include "records/records.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "text/settings_file.h"
 
@@ -28,12 +29,16 @@ bool readBlock(GameState& g, const std::vector<std::string>& block) {
   return true;
 }
 
-void readFileAloud(GameState& g, const char* fileName) {
-  const auto blocks = readingBlocks(textLines(g.platform.files().read(fileName)));
+/// Returns false where the file cannot be read.
+bool readFileAloud(GameState& g, const char* fileName) {
+  std::string text;
+  if (!carryOn([&] { text = g.platform.files().read(fileName); })) return false;
+  const auto blocks = readingBlocks(textLines(text));
   for (std::size_t i = 0; i < blocks.size(); ++i) {
     if (i > 0) dyke(g, kPauseBetweenBlocks);
-    if (!readBlock(g, blocks[i])) return;
+    if (!readBlock(g, blocks[i])) break;
   }
+  return true;
 }
 
 /// What is reset: the files that begin with `prefix`, and how they are spoken of.
@@ -87,24 +92,22 @@ std::vector<std::vector<std::string>> readingBlocks(const std::vector<std::strin
 }
 
 void readlog(GameState& g) {
+  constexpr const char* kNone = " sorry, there was no log file to reed. ";
   clk(g);
   stopspeech(g);
   if (!g.platform.files().find(kLogFile)) {
-    say(g, " sorry, there was no log file to reed. ");
+    say(g, kNone);
     return;
   }
   dyke(g, kPauseBeforeLog);
-  readFileAloud(g, kLogFile);
+  if (!readFileAloud(g, kLogFile)) say(g, kNone);
 }
 
 void readrecords(GameState& g) {
+  constexpr const char* kNone = " Sorry, but there was no records file to reed. ";
   stopspeech(g);
   clk(g);
-  if (!g.platform.files().find(kRecordsSummaryFile)) {
-    say(g, " Sorry, but there was no records file to reed. ");
-    return;
-  }
-  readFileAloud(g, kRecordsSummaryFile);
+  if (!g.platform.files().find(kRecordsSummaryFile) || !readFileAloud(g, kRecordsSummaryFile)) say(g, kNone);
 }
 
 void delog(GameState& g) {
@@ -116,7 +119,7 @@ void delog(GameState& g) {
           g, {.prompt = " Are you sure that you want to delete the log file? no ", .startsAtYes = false})) {
     return;
   }
-  g.platform.files().remove(kLogFile);
+  if (!keep(g, Kept::kLog, [&] { g.platform.files().remove(kLogFile); })) return;
   say(g, " The log file has been deleted. ");
   startlog(g);
 }
@@ -124,10 +127,12 @@ void delog(GameState& g) {
 void resrec(GameState& g) {
   const Reset reset = chooseReset(g);
   if (!askYesNo(g, {.prompt = reset.question, .startsAtYes = false})) return;
+  bool isReset = true;
   for (const std::string& name : g.platform.files().list(reset.prefix, kRecordSuffix)) {
-    g.platform.files().remove(name);
+    isReset &= keep(g, Kept::kRecord, [&] { g.platform.files().remove(name); });
   }
-  say(g, reset.confirmation);
+  WriteNewRecordFile(g);
+  if (isReset) say(g, reset.confirmation);
 }
 
 }  // namespace vorn

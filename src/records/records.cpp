@@ -7,6 +7,7 @@
 #include "input/choosers.h"
 #include "input/events.h"
 #include "records/log.h"
+#include "speech/losses.h"
 #include "text/numbers.h"
 
 namespace vorn {
@@ -89,6 +90,16 @@ std::string lapsOfFile(const std::string& fileName) {
   return fileName.substr(dot - 4, 4);
 }
 
+/// The record in a file; nothing where there is none or it is damaged. Throws where it cannot be read.
+std::optional<TrackRecord> storedRecord(GameState& g, const std::string& fileName) {
+  if (!g.platform.files().find(fileName)) return {};
+  return decodeRecord(g.platform.files().read(fileName));
+}
+
+bool isBetter(double time, const TrackRecord& record) {
+  return record.time == 0 || time < record.time;
+}
+
 }  // namespace
 
 std::string recordPrefix(int track) {
@@ -151,9 +162,7 @@ std::string timeInWords(double seconds) {
 void sayrecord(GameState& g) {
   g.recordFileName = recordFileName(g.trackChoice, g.lapsToRun);
   g.record = TrackRecord{};
-  if (g.platform.files().find(g.recordFileName)) {
-    g.record = decodeRecord(g.platform.files().read(g.recordFileName)).value_or(TrackRecord{});
-  }
+  carryOn([&] { g.record = storedRecord(g, g.recordFileName).value_or(TrackRecord{}); });
   const bool hasRecord = g.record.time != 0;
   const bool isFaster = isNewRecord(g);
   const double difference = std::fabs(g.raceTime - g.record.time);
@@ -174,30 +183,40 @@ void sayrecord(GameState& g) {
 }
 
 bool isNewRecord(const GameState& g) {
-  return g.record.time == 0 || g.raceTime < g.record.time;
+  return isBetter(g.raceTime, g.record);
 }
 
 void GetNewRecName(GameState& g) {
+  g.typedText.clear();
   do {
     getter(g, " Enter your name as the new record holder. ");
   } while (!askYesNo(g, {.prompt = " Is " + g.typedText + " correct, for the new record holder? yes "}));
 }
 
 void writeRecord(GameState& g) {
-  const TrackRecord record{g.raceTime, g.platform.today(), g.typedText};
-  g.platform.files().write(g.recordFileName, encodeRecord(record));
+  keep(g, Kept::kRecord, [&] {
+    // Another program on this folder may have set a better one meanwhile, or may be about to.
+    const auto lock = g.platform.files().lock();
+    if (!isBetter(g.raceTime, storedRecord(g, g.recordFileName).value_or(TrackRecord{}))) return;
+    const TrackRecord record{g.raceTime, g.platform.today(), g.typedText};
+    g.platform.files().write(g.recordFileName, encodeRecord(record));
+  });
 }
 
 void WriteNewRecordFile(GameState& g) {
-  Files& files = g.platform.files();
-  std::string summary = "Vorn 1 tts records  By Ostrin\r\n \r\n";
-  for (int track = 1; track <= kTracks; ++track) {
-    for (const std::string& name : files.list(recordPrefix(track), kRecordSuffix)) {
-      const auto record = decodeRecord(files.read(name));
-      if (record) summary += summaryBlock(lapsOfFile(name), g.trackNames[track], *record);
+  keep(g, Kept::kRecord, [&] {
+    Files& files = g.platform.files();
+    const auto lock = files.lock();
+    std::string summary = "Vorn 1 tts records  By Ostrin\r\n \r\n";
+    for (int track = 1; track <= kTracks; ++track) {
+      for (const std::string& name : files.list(recordPrefix(track), kRecordSuffix)) {
+        std::optional<TrackRecord> record;
+        carryOn([&] { record = storedRecord(g, name); });
+        if (record) summary += summaryBlock(lapsOfFile(name), g.trackNames[track], *record);
+      }
     }
-  }
-  files.write(kRecordsSummaryFile, summary);
+    files.write(kRecordsSummaryFile, summary);
+  });
 }
 
 }  // namespace vorn

@@ -36,9 +36,12 @@ bool isNewRecord(const GameState& g);
 
 /// Asks for the holder's name and leaves it in `typedText`. Waits.
 void GetNewRecName(GameState& g);
-/// Writes the race just finished as the record of `typedText`, dated today.
+/// Writes the race just finished as the record of `typedText`, dated today, unless
+/// another program has kept a better one meanwhile. A record that cannot be
+/// written, or compared, is noted (`sayLosses`).
 void writeRecord(GameState& g);
-/// Rebuilds the summary from all record files; damaged ones are left out.
+/// Rebuilds the summary from all record files; damaged ones are left out. A
+/// summary that cannot be written is noted as a record.
 void WriteNewRecordFile(GameState& g);
 
 }  // namespace vorn

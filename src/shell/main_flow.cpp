@@ -14,6 +14,7 @@
 #include "shell/menus.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "state/track_names.h"
 #include "text/numbers.h"
@@ -100,6 +101,7 @@ Place runMainMenu(GameState& g) {
       return Place::kTrackMenu;
     }
     kMainMenu[chosen - 1].run(g);
+    sayLosses(g);
   }
 }
 
@@ -134,6 +136,21 @@ void sayResults(GameState& g, const std::string& fuel) {
   say2(g, g.raceTimeText + g.recordText + fuel);
 }
 
+void keepRecord(GameState& g) {
+  writeRecord(g);
+  WriteNewRecordFile(g);
+}
+
+void nameNewRecord(GameState& g) {
+  try {
+    GetNewRecName(g);
+  } catch (const WindowClosed&) {
+    keepRecord(g);  // under the name as far as it has been typed: the log tells of it already
+    throw;
+  }
+  keepRecord(g);
+}
+
 /// Runs the race and, unless it was given up, its results; leaves the fuel sentence in `fuel`.
 Place runRaceAndResults(GameState& g, std::string& fuel) {
   driveRace(g);
@@ -148,14 +165,12 @@ Place runRaceAndResults(GameState& g, std::string& fuel) {
   fuel = fuelSentence(g);
   appendToLog(g, {fuel});
   sayResults(g, fuel);
+  sayLosses(g);
   clk(g);
   dy(g, 0.2);
   clk(g);
-  if (isNewRecord(g)) {
-    GetNewRecName(g);
-    writeRecord(g);
-    WriteNewRecordFile(g);
-  }
+  if (isNewRecord(g)) nameNewRecord(g);
+  sayLosses(g);
   return Place::kPostRaceMenu;
 }
 

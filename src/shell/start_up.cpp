@@ -9,6 +9,7 @@
 #include "shell/main_flow.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
+#include "speech/losses.h"
 #include "speech/speech.h"
 #include "state/track_names.h"
 
@@ -72,7 +73,7 @@ void readVoiceSettings(GameState& g) {
   g.voiceIndex = 0;
   g.voiceVolume = 90;
   g.speechRate = 0;
-  carryOn([&] { getCFG(g); });
+  getCFG(g);
 }
 
 void applyVoiceSettings(GameState& g) {
@@ -103,6 +104,7 @@ void nameTracks(ShellState& shell) {
 /// Returns false where the game cannot be played and shutdown follows.
 bool startUp(GameState& g) {
   g.platform.setCaption(" Vorn 1 TTS Version 2  By Ostrin ");
+  const bool isShared = g.platform.files().claim();
   setStartValues(g);
   readSettings(g);
   openSound(g);
@@ -129,6 +131,8 @@ bool startUp(GameState& g) {
   g.soundVolume = 0;  // every run starts at full sound volume, whatever was saved
   dyke(g, 0.3);
   say(g, " Vorn 1 tts version 2 By Ostrin ");
+  if (isShared) say2(g, " Another game is using this folder. ");
+  sayLosses(g);
   g.platform.yield();
   return true;
 }
@@ -165,7 +169,12 @@ void leaveToLauncher(GameState& g) {
 
 void shutDown(GameState& g) {
   g.platform.enterShutdown();
-  if (g.speechVoice) carryOn([&] { say2(g, " Thank you for playing Vorn 1 tts, By Ostrin. "); });
+  if (g.speechVoice) {
+    carryOn([&] {
+      sayLosses(g);
+      say2(g, " Thank you for playing Vorn 1 tts, By Ostrin. ");
+    });
+  }
   releaseSounds(g);
   releaseDevices(g);
   if (g.speechVoice) waitForFarewell(g);

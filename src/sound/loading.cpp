@@ -17,10 +17,13 @@ constexpr int kRightWallPosition = 44159;
 bool isIntact(GameState& g, const CatalogueEntry& entry) {
   Files& files = g.platform.files();
   const std::string name = soundFileName(entry.name);
-  const auto found = files.find(name);
-  if (!found) return false;
-  if (files.size(*found) != static_cast<std::uintmax_t>(entry.bytes)) return false;
-  return readItems(files.readSound(*found)) == ItemFigures{entry.items, entry.lastItemLength};
+  bool isIntact = false;
+  carryOn([&] {  // a file that cannot be read is not intact either
+    const auto found = files.find(name);
+    isIntact = found && files.size(*found) == static_cast<std::uintmax_t>(entry.bytes) &&
+               readItems(files.readSound(*found)) == ItemFigures{entry.items, entry.lastItemLength};
+  });
+  return isIntact;
 }
 
 struct Preparation {

@@ -44,6 +44,22 @@ void play(GameState& g, const std::string& baseName) {
   stopOneShot(g);
 }
 
+bool playUnlessEscaped(GameState& g, const std::string& baseName) {
+  startOneShot(g, baseName);
+  if (!hearOut(g)) return false;
+  stopOneShot(g);
+  return true;
+}
+
+bool hearOut(GameState& g) {
+  do {
+    g.platform.yield();
+  } while (g.oneShotBuffer.isPlaying() && g.escapePressed != 1);
+  if (g.escapePressed != 1) return true;
+  stopOneShot(g);
+  return false;
+}
+
 void play2(GameState& g, const std::string& baseName) {
   startOneShot(g, baseName);
 }

@@ -13,6 +13,8 @@ inline constexpr int kNearlySilent = -6500;
 
 /// Plays a sound file (base name) to its end and empties the slot. Waits.
 void play(GameState& g, const std::string& baseName);
+/// Like `play`, but Escape ends it at once. Returns false then.
+bool playUnlessEscaped(GameState& g, const std::string& baseName);
 /// Starts a sound file and leaves it playing; yields only within `clk`.
 void play2(GameState& g, const std::string& baseName);
 /// Like `play`, but a key or the controller's enter button ends it early.
@@ -25,6 +27,9 @@ void playhorn(SoundState& g);
 
 /// Waits, yielding, until what is in the slot has ended.
 void waitWhilePlaying(Platform& platform, SoundSlot& slot);
+/// Waits until the one-shot has ended, or Escape is pressed: then it is stopped and
+/// its slot emptied. Returns false then.
+bool hearOut(GameState& g);
 /// Stops and empties the one-shot slot, if it holds anything.
 void stopOneShot(SoundState& g);
 

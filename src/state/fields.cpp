@@ -9,15 +9,25 @@
 namespace vorn {
 namespace {
 
-/// One row a field: its name and where it stands. The visitor decides what to do with it.
+/// What a field may be set to from outside: wider than what play can bring about,
+/// so that rare states can be tried, yet nothing that the rules cannot compute with.
+struct Range {
+  double lowest, highest;
+};
+constexpr Range kUsual{-1e9, 1e9};
+constexpr double kTwoTo31 = 2147483648.0;
+
+/// One row a field: its name, where it stands, and its range where that is not
+/// the usual one. The visitor decides what to do with it.
 template <typename State, typename Visit>
 void visitFields(State& g, Visit&& visit) {
-#define FIELD(name) visit(#name, g.name)
+#define FIELD(name) visit(#name, g.name, kUsual)
+#define RANGED(name, lowest, highest) visit(#name, g.name, Range{lowest, highest})
   FIELD(trackNames);
-  FIELD(trackChoice);
+  RANGED(trackChoice, 1, 12);
   FIELD(voiceIndex);
   FIELD(lastVoiceIndex);
-  FIELD(speechRate);
+  RANGED(speechRate, -kTwoTo31, kTwoTo31);
   FIELD(voiceVolume);
   FIELD(speedMarkSaid);
   FIELD(bufferFlags);
@@ -45,53 +55,53 @@ void visitFields(State& g, Visit&& visit) {
   FIELD(joyCaptureMode);
   FIELD(joyCapturedValue);
   FIELD(joyCaptured);
-  FIELD(joyMapSpeedometer);
-  FIELD(joyMapTrackPosition);
-  FIELD(joyMapStartEngine);
-  FIELD(joyMapPitRoad);
-  FIELD(joyMapSayGear);
-  FIELD(joyMapSayLap);
-  FIELD(joyMapHorn);
-  FIELD(joyMapElapsedTime);
-  FIELD(joyMapUpShift);
-  FIELD(joyMapDownShift);
+  RANGED(joyMapSpeedometer, 0, 31);
+  RANGED(joyMapTrackPosition, 0, 31);
+  RANGED(joyMapStartEngine, 0, 31);
+  RANGED(joyMapPitRoad, 0, 31);
+  RANGED(joyMapSayGear, 0, 31);
+  RANGED(joyMapSayLap, 0, 31);
+  RANGED(joyMapHorn, 0, 31);
+  RANGED(joyMapElapsedTime, 0, 31);
+  RANGED(joyMapUpShift, 0, 31);
+  RANGED(joyMapDownShift, 0, 31);
   FIELD(joySteeringAxis);
   FIELD(joyGasAxis);
-  FIELD(keyMapSpeedometer);
-  FIELD(keyMapTrackPosition);
-  FIELD(keyMapStartEngine);
-  FIELD(keyMapSayLap);
-  FIELD(keyMapPitRoad);
-  FIELD(keyMapElapsedTime);
-  FIELD(keyMapSteerLeft);
-  FIELD(keyMapSteerRight);
-  FIELD(keyMapUpShift);
-  FIELD(keyMapDownShift);
-  FIELD(keyMapGas);
-  FIELD(keyMapBrake);
-  FIELD(keyMapEnter);
-  FIELD(keyMapHorn);
-  FIELD(keyMapSayGear);
+  RANGED(keyMapSpeedometer, 0, 255);
+  RANGED(keyMapTrackPosition, 0, 255);
+  RANGED(keyMapStartEngine, 0, 255);
+  RANGED(keyMapSayLap, 0, 255);
+  RANGED(keyMapPitRoad, 0, 255);
+  RANGED(keyMapElapsedTime, 0, 255);
+  RANGED(keyMapSteerLeft, 0, 255);
+  RANGED(keyMapSteerRight, 0, 255);
+  RANGED(keyMapUpShift, 0, 255);
+  RANGED(keyMapDownShift, 0, 255);
+  RANGED(keyMapGas, 0, 255);
+  RANGED(keyMapBrake, 0, 255);
+  RANGED(keyMapEnter, 0, 255);
+  RANGED(keyMapHorn, 0, 255);
+  RANGED(keyMapSayGear, 0, 255);
   FIELD(keyboardState);
   FIELD(joystickEvent);
-  FIELD(joystickButtons);
-  FIELD(waitUntilTick);
-  FIELD(lastTickCount);
-  FIELD(raceTicks);
+  RANGED(joystickButtons, 0, 32);
+  RANGED(waitUntilTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastTickCount, -kTwoTo31, kTwoTo31);
+  RANGED(raceTicks, 0, 1e9);
   FIELD(lapsCompleted);
   FIELD(poleDistance);
-  FIELD(raceTime);
+  RANGED(raceTime, 0, 1e9);
   FIELD(raceHours);
   FIELD(raceMinutes);
   FIELD(raceSeconds);
   FIELD(raceTimeText);
   FIELD(lapPosition);
   FIELD(lateralPosition);
-  FIELD(speed);
-  FIELD(gear);
-  FIELD(engineRpm);
-  FIELD(soundRpm);
-  FIELD(fuel);
+  RANGED(speed, 0, 1e6);
+  RANGED(gear, 0, 4);
+  RANGED(engineRpm, 0, 1000);
+  RANGED(soundRpm, 0, 1000);
+  RANGED(fuel, 0, 1e6);
   FIELD(topGearUnlimited);
   FIELD(upShiftHeld);
   FIELD(downShiftHeld);
@@ -106,19 +116,20 @@ void visitFields(State& g, Visit&& visit) {
   FIELD(wallScrapePlaying);
   FIELD(poleSide);
   FIELD(forceCrash);
-  FIELD(lastSayPositionTick);
-  FIELD(lastSayGearTick);
-  FIELD(lastSaySpeedTick);
-  FIELD(lastSayLapTick);
-  FIELD(lastSayTimeTick);
-  FIELD(lastSayFuelTick);
+  RANGED(lastSayPositionTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastSayGearTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastSaySpeedTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastSayLapTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastSayTimeTick, -kTwoTo31, kTwoTo31);
+  RANGED(lastSayFuelTick, -kTwoTo31, kTwoTo31);
   FIELD(pitEntryMissed);
   FIELD(pit);
   FIELD(lapsToRun);
   FIELD(segment);
-  FIELD(warnDistance);
+  RANGED(warnDistance, 1e-6, 1e9);
   FIELD(warnScale);
   FIELD(warnPan);
+  FIELD(warnLoops);
   FIELD(recordFileName);
   FIELD(recordText);
   FIELD(wallSound);
@@ -128,6 +139,7 @@ void visitFields(State& g, Visit&& visit) {
   FIELD(trackLightPolls);
   FIELD(engineSound);
 #undef FIELD
+#undef RANGED
 }
 
 struct FieldName {
@@ -200,17 +212,17 @@ inline constexpr bool kIsArray<std::array<T, n>> = true;
 template <typename T, std::size_t n>
 inline constexpr bool kIsArray<const std::array<T, n>> = true;
 
-/// Calls `use` with the field, or the element of an array, that `name` means.
+/// Calls `use` with the field, or the element of an array, that `name` means, and its range.
 template <typename State, typename Use>
 void withField(State& g, std::string_view name, Use&& use) {
   const auto wanted = parseName(name);
   if (!wanted) return;
-  visitFields(g, [&]<typename T>(std::string_view field, T& value) {
+  visitFields(g, [&]<typename T>(std::string_view field, T& value, const Range& range) {
     if (field != wanted->field) return;
     if constexpr (kIsArray<T>) {
-      if (wanted->index && *wanted->index < value.size()) use(value[*wanted->index]);
+      if (wanted->index && *wanted->index < value.size()) use(value[*wanted->index], range);
     } else {
-      if (!wanted->index) use(value);
+      if (!wanted->index) use(value, range);
     }
   });
 }
@@ -219,19 +231,21 @@ void withField(State& g, std::string_view name, Use&& use) {
 
 std::optional<FieldValue> getField(const GameState& g, std::string_view name) {
   std::optional<FieldValue> found;
-  withField(g, name, [&](const auto& value) { found = valueOf(value); });
+  withField(g, name, [&](const auto& value, const Range&) { found = valueOf(value); });
   return found;
 }
 
 bool setField(GameState& g, std::string_view name, double value) {
   bool done = false;
-  withField(g, name, [&](auto& field) { done = assign(field, value); });
+  withField(g, name, [&](auto& field, const Range& range) {
+    done = value >= range.lowest && value <= range.highest && assign(field, value);
+  });
   return done;
 }
 
 std::vector<std::string> fieldNames(const GameState& g) {
   std::vector<std::string> names;
-  visitFields(g, [&](std::string_view field, const auto&) { names.emplace_back(field); });
+  visitFields(g, [&](std::string_view field, const auto&, const Range&) { names.emplace_back(field); });
   return names;
 }
 

@@ -20,7 +20,7 @@ using FieldValue = std::variant<std::int64_t, double, std::string>;
 std::optional<FieldValue> getField(const GameState& g, std::string_view name);
 
 /// Sets a numeric field; whole fields take the nearest whole number. Returns
-/// false where there is no such numeric field, or it cannot hold the value.
+/// false where there is no such numeric field, or the value is outside its range.
 bool setField(GameState& g, std::string_view name, double value);
 
 /// All names that can be asked for, arrays without their index.

@@ -1,6 +1,8 @@
 /// What `input/` owns: devices, what they last said, and the control maps.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -38,6 +40,9 @@ struct InputState {
   int btnElapsedTime = 0;
   int btnUpShift = 0;
   int btnDownShift = 0;
+
+  /// By button; not zero: it has had its effect, and counts as up until it has been released.
+  std::array<std::uint8_t, 32> spentButtons{};
 
   // Catching a button or an axis for the joystick wizard.
   int joyCaptureMode = 0;    ///< 0 play, 1 a button, 2 the steering axis, 3 the gas axis

@@ -53,6 +53,7 @@ struct RaceState {
   double warnDistance = 1;  ///< length over which it rises
   double warnScale = 0;     ///< hundredths of a decibel a percent of the way still to go
   int warnPan = 0;          ///< hundredths of a decibel, negative: left
+  int warnLoops = 0;        ///< 1: a cue that loops; 0: a voice that is said once
 
   // When each kind of request was answered last (ms); none: never.
   std::optional<std::int32_t> lastSayPositionTick;

@@ -57,13 +57,18 @@ std::vector<std::optional<double>> readSettings(std::string_view bytes) {
   return values;
 }
 
-void readSettingsInto(std::string_view bytes, const std::vector<int*>& fields) {
+bool readSettingsInto(std::string_view bytes, const std::vector<int*>& fields) {
   const auto values = readSettings(bytes);
+  bool allNumbers = true;
   for (std::size_t i = 0; i < fields.size() && i < values.size(); ++i) {
-    const double value = values[i].value_or(0);
-    const bool fits = std::fabs(value) <= std::numeric_limits<int>::max();
-    *fields[i] = fits ? roundToInt(value) : 0;
+    if (!values[i]) {
+      allNumbers = false;
+      continue;
+    }
+    const bool fits = std::fabs(*values[i]) <= std::numeric_limits<int>::max();
+    *fields[i] = fits ? roundToInt(*values[i]) : 0;
   }
+  return allNumbers;
 }
 
 }  // namespace vorn

@@ -18,8 +18,9 @@ std::string settingsText(const std::vector<int>& values);
 /// around them ignored. An entry that is not a number is nothing.
 std::vector<std::optional<double>> readSettings(std::string_view bytes);
 
-/// Puts the values of `bytes` into `fields` in order, as far as they go; an entry
-/// that is not a number, or does not fit an int, reads as 0.
-void readSettingsInto(std::string_view bytes, const std::vector<int*>& fields);
+/// Puts the values of `bytes` into `fields` in order, as far as they go; one that
+/// does not fit an int reads as 0. A field whose entry is no number keeps its
+/// value; returns whether there was none such.
+bool readSettingsInto(std::string_view bytes, const std::vector<int*>& fields);
 
 }  // namespace vorn

@@ -5,7 +5,8 @@
 
 namespace vorn {
 
-/// Asks for `lapsToRun`, 9999 at most; 0 gives up the race (`escapePressed` = 1),
+/// Asks for `lapsToRun`, 9999 at most; 0, and any number under which no record
+/// could be filed, gives up the race (`escapePressed` = 1),
 /// anything else lowers `escapePressed`. Waits.
 void gltr(GameState& g);
 

@@ -53,6 +53,7 @@ LapResult driveLap(GameState& g, const Track& track) {
     if (result != LapResult::kCompleted) return result;
     if (i + 1 == track.segments.size()) break;
     if (segment.atEnd) segment.atEnd(g, segment, track.segments[i + 1]);
+    if (g.escapePressed == 1) return LapResult::kAbandoned;
     leaveSegment(g);
   }
   return LapResult::kCompleted;

@@ -22,22 +22,37 @@ constexpr const char* kFly = "vorn7";
 constexpr const char* kLand = "vorn21";
 constexpr const char* kSplash = "vorn22";
 
+// Escape cuts all of it at once: then these return false.
+
 void flyCleanly(GameState& g) {
   play2(g, kFly);
   do {
     readShifts(g, 1);
-  } while (g.oneShotBuffer.isPlaying());
+  } while (g.oneShotBuffer.isPlaying() && g.escapePressed != 1);
   g.oneShotBuffer->Stop();
+  if (g.escapePressed == 1) return;
   g.lapPosition += g.speed;
   g.speed -= kLandingLoss;
   play2(g, kLand);
 }
 
-void splash(GameState& g) {
+bool flyTooFar(GameState& g) {
+  play2(g, kFly);
+  return hearOut(g);
+}
+
+bool fallShort(GameState& g) {
+  play2(g, kFly);
+  if (dykeUnlessEscaped(g, kFallSeconds)) return true;
+  stopOneShot(g);
+  return false;
+}
+
+bool splash(GameState& g) {
   play2(g, kSplash);
   dyke(g, 0.2);
   g.engineBuffer->Stop();
-  waitWhilePlaying(g.platform, g.oneShotBuffer);
+  return hearOut(g);
 }
 
 void crashInTheWater(GameState& g, const Segment& run, const Segment& landing) {
@@ -70,25 +85,23 @@ Flight flightOf(double lateralPosition, double speed) {
 
 void jumpSwimmingHole(GameState& g, const Segment& run, const Segment& landing) {
   const Flight flight = flightOf(g.lateralPosition, g.speed);
-  if (flight != Flight::kMissedRamp) play(g, kLeaveRamp);
+  if (flight != Flight::kMissedRamp && !playUnlessEscaped(g, kLeaveRamp)) return;
+  bool isInTheWater = false;
   switch (flight) {
     case Flight::kClean:
       flyCleanly(g);
-      return;
+      break;
     case Flight::kTooFast:
-      play2(g, kFly);
-      waitWhilePlaying(g.platform, g.oneShotBuffer);
+      isInTheWater = flyTooFar(g);
       break;
     case Flight::kTooSlow:
-      play2(g, kFly);
-      dyke(g, kFallSeconds);
-      splash(g);
+      isInTheWater = fallShort(g) && splash(g);
       break;
     case Flight::kMissedRamp:
-      splash(g);
+      isInTheWater = splash(g);
       break;
   }
-  crashInTheWater(g, run, landing);
+  if (isInTheWater) crashInTheWater(g, run, landing);
 }
 
 }  // namespace vorn

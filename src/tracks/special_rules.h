@@ -28,7 +28,7 @@ Flight flightOf(double lateralPosition, double speed);
 /// The jump over the swimming hole at the end of the segment `run`. A clean jump
 /// costs 75 mph; any other ends in the water, with the crash and its restart, and
 /// the car at the beginning of `landing`. Waits; in the air the gears can be
-/// shifted. Leaves `escapePressed` for the caller to look at.
+/// shifted. Escape cuts it short wherever it is; `escapePressed` is for the caller to look at.
 void jumpSwimmingHole(GameState& g, const Segment& run, const Segment& landing);
 
 }  // namespace vorn

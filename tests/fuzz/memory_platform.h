@@ -27,6 +27,8 @@ class MemoryFiles : public Files {
   void write(const std::string& name, const std::string& bytes) override { contents[name] = bytes; }
   void append(const std::string& name, const std::string& bytes) override { contents[name] += bytes; }
   void remove(const std::string& name) override { contents.erase(name); }
+  bool claim() override { return false; }
+  std::unique_ptr<FolderLock> lock() override { return nullptr; }
   std::uintmax_t size(const std::string& name) override { return contents.at(name).size(); }
   std::string readSound(const std::string& name) override { return contents.at(name); }
 

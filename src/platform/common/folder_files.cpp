@@ -175,7 +175,7 @@ void folderReachesDisk(const fs::path& folder) {
 }  // namespace
 
 FolderFiles::FolderFiles(fs::path folder, Observer observer)
-    : folder_(std::move(folder)), observer_(std::move(observer)) {}
+    : folder_(std::move(folder)), use_(folder_), observer_(std::move(observer)) {}
 
 std::optional<std::string> FolderFiles::find(const std::string& name) {
   if (!isPlainName(name)) return std::nullopt;

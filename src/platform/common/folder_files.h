@@ -7,6 +7,7 @@
 #include <functional>
 #include <string_view>
 
+#include "platform/common/folder_use.h"
 #include "platform/files.h"
 
 namespace vorn {
@@ -25,6 +26,8 @@ class FolderFiles : public Files {
   void write(const std::string& name, const std::string& bytes) override;
   void append(const std::string& name, const std::string& bytes) override;
   void remove(const std::string& name) override;
+  bool claim() override { return use_.claim(); }
+  std::unique_ptr<FolderLock> lock() override { return use_.lock(); }
   std::uintmax_t size(const std::string& name) override;
   std::string readSound(const std::string& name) override;
 
@@ -37,6 +40,7 @@ class FolderFiles : public Files {
   void tell(std::string_view operation, const std::string& name) const;
 
   std::filesystem::path folder_;
+  FolderUse use_;
   Observer observer_;
 };
 

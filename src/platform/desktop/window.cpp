@@ -118,7 +118,7 @@ void Window::pump() {
 }
 
 bool Window::isToBeClosed() const {
-  return SDL_HasEvent(SDL_QUIT) == SDL_TRUE;
+  return closeRequests_.isHeeded() && SDL_HasEvent(SDL_QUIT) == SDL_TRUE;
 }
 
 void Window::deliver(EventReceiver* receiver) {
@@ -126,11 +126,7 @@ void Window::deliver(EventReceiver* receiver) {
   SDL_Event event;
   while (SDL_PollEvent(&event) != 0) {
     if (event.type == SDL_QUIT) {
-      if (isClosing_) {
-        throw ProgramEnd{0};
-      }
-      isClosing_ = true;
-      throw WindowClosed{};
+      closeRequests_.ask();
     }
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       paint();

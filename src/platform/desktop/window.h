@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/common/close_requests.h"
 #include "platform/desktop/caption_painter.h"
 #include "platform/platform.h"
 
@@ -33,12 +34,11 @@ class Window {
   /// Takes in what has happened without delivering it: the keyboard's state is fresh afterwards.
   void pump();
   /// Delivers what has happened to `receiver` (null: nobody). Throws `WindowClosed`
-  /// on the first request to close, `ProgramEnd` on the second and once the
-  /// shutdown has begun.
+  /// on the first request to close, unless the shutdown has begun, and `ProgramEnd` on the second.
   void deliver(EventReceiver* receiver);
-  /// Whether a request to close waits to be delivered.
+  /// Whether a request to close waits to be delivered that changes anything.
   bool isToBeClosed() const;
-  void enterShutdown() { isClosing_ = true; }
+  void enterShutdown() { closeRequests_.enterShutdown(); }
   /// Shows `text` in a box with an OK button and waits for it. Where the desktop
   /// has no boxes the text stands in the window's caption until Enter, the space
   /// bar or Escape is pressed or the window is to be closed.
@@ -53,7 +53,7 @@ class Window {
   CaptionPainter painter_;
   std::string caption_, notice_;
   bool hasHadFocus_ = false;
-  bool isClosing_ = false;
+  CloseRequests closeRequests_;
 };
 
 }  // namespace vorn

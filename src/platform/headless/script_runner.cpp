@@ -186,7 +186,7 @@ void ScriptRunner::carryOut(const step::GetField& get) {
 
 void ScriptRunner::carryOut(const step::SetField& set) {
   if (!world_.fields.set || !world_.fields.set(set.name, set.value))
-    throw ScriptError("there is no such numeric field: " + set.name);
+    throw ScriptError("there is no such numeric field, or it cannot hold the value: " + set.name);
 }
 
 void ScriptRunner::carryOut(const step::Echo& echo) {
@@ -196,8 +196,7 @@ void ScriptRunner::carryOut(const step::Echo& echo) {
 void ScriptRunner::carryOut(const step::CloseWindow&) {
   world_.trace.input("close");
   hasClosed_ = true;
-  if (std::exchange(closeEndsProgram_, true)) throw ProgramEnd{0};
-  throw WindowClosed{};
+  closeRequests_.ask();
 }
 
 void ScriptRunner::carryOut(const step::EndSession&) {

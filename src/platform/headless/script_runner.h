@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/common/close_requests.h"
 #include "platform/headless/script.h"
 #include "platform/headless/world.h"
 
@@ -22,7 +23,7 @@ class ScriptRunner {
   /// `WindowClosed` or `ProgramEnd`.
   void carryOn();
   /// From now on a request to close the window ends the program at once.
-  void enterShutdown() { closeEndsProgram_ = true; }
+  void enterShutdown() { closeRequests_.enterShutdown(); }
 
  private:
   bool finishSteps();
@@ -45,7 +46,7 @@ class ScriptRunner {
   void carryOut(const step::GetField& get);
   void carryOut(const step::SetField& set);
   void carryOut(const step::Echo& echo);
-  [[noreturn]] void carryOut(const step::CloseWindow& close);
+  void carryOut(const step::CloseWindow& close);
   [[noreturn]] void carryOut(const step::EndSession& end);
 
   ControllerState& controller() const;
@@ -61,7 +62,7 @@ class ScriptRunner {
   std::int64_t stepBegan_ = 0;    ///< milliseconds
   std::int64_t ticksAtStep_ = 0;  ///< car ticks when the step began
   std::size_t textsPassed_ = 0;   ///< requested texts that no `wait say` looks at any more
-  bool closeEndsProgram_ = false;
+  CloseRequests closeRequests_;
   bool hasClosed_ = false;  ///< the window has been asked to close
   bool hasEnded_ = false;   ///< the script
 };

@@ -212,6 +212,27 @@ TEST(ConfigureJoystick, EscapeFromTheNinthStepOnKeepsTheOtherButtons) {
   }
 }
 
+/// The wizard from a menu that was driven by the controller; `ending` comes after the eleventh answer.
+std::vector<std::string> textsAfterTheWizard(const std::string& ending) {
+  Session session;
+  session.options.controller = true;
+  session
+      .script(atMainMenu() + menuUp(8) + "button 0 down\nwait 400\nbutton 0 up\n" + answers(1, 11) +
+              listening(12) + ending + "wait say  OK, thank you. \nwait 3000\naxis X 300\nwait 1000\n")
+      .run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  std::vector<std::string> spoken = session.trace().spoken();
+  return {std::find(spoken.begin(), spoken.end(), " OK, thank you. "), spoken.end()};
+}
+
+TEST(ConfigureJoystick, LeavesTheMenuAloneWhateverButtonIsStillHeld) {
+  // Chosen by a button that was released while the wizard captured.
+  EXPECT_THAT(textsAfterTheWizard(presses(0)), ElementsAre(" OK, thank you. "));
+  // Ended by a key while the new enter button is held.
+  EXPECT_THAT(textsAfterTheWizard("button 20 down\nwait 300\n" + keys("Escape")),
+              ElementsAre(" OK, thank you. "));
+}
+
 TEST(ConfigureJoystick, NothingMovesButTheCaptureWhileItAsks) {
   Wizard wizard;
   wizard.play(listening(1) +

@@ -89,6 +89,8 @@ TEST(ReadRecords, AnEmptyOrDamagedSummaryIsReadAsItStands) {
             (Told{"purge", std::string("queue \0\0", 8), "queue ", "queue \u00FF"}));
 }
 
+const std::string kEmptySummary = "Vorn 1 tts records  By Ostrin\r\n \r\n";
+
 TEST(ResetRecords, EnterOnAllAndYesDeletesEveryRecordAndNothingElse) {
   Dialogue dialogue(" reset records ");
   writeRecords(dialogue);
@@ -96,7 +98,7 @@ TEST(ResetRecords, EnterOnAllAndYesDeletesEveryRecordAndNothingElse) {
   Told left = kOthers;
   left.insert(left.end(), {"vorn1log.txt", "vorn1maple0007.rec", kSummary});
   EXPECT_THAT(filesOf(dialogue), ::testing::UnorderedElementsAreArray(left));
-  EXPECT_EQ(dialogue.file(kSummary), "as it was") << "the summary is made with the next record";
+  EXPECT_EQ(dialogue.file(kSummary), kEmptySummary) << "reading it tells the truth";
 }
 
 TEST(ResetRecords, OfOneTrackLeavesTheOthers) {
@@ -172,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ResetRecords, WithoutRecordsItSaysTheSame) {
   Dialogue dialogue(" reset records ");
   EXPECT_EQ(dialogue.play(keys("Enter Y"), {"speak", "file"}),
-            kQuestion + taken() + kResetAll + echoed("y") + kAllReset);
+            kQuestion + taken() + kResetAll + echoed("y") + Told{"file write vorn1records.txt"} + kAllReset);
 }
 
 }  // namespace

@@ -77,6 +77,22 @@ INSTANTIATE_TEST_SUITE_P(
                     Phase{"RestartRevving", kCrash + "wait 1000\ntap A\nwait 500\ntap End\nwait 1000\n"}),
     [](const auto& test) { return test.param.name; });
 
+/// Milliseconds from Escape to the menu's prompt.
+std::int64_t timeToTheMenu(const std::string& until) {
+  Session session;
+  const TraceRecord& trace =
+      session.script(until + "echo escape\ntap Escape\nwait say  Select. Exit Game. \n").run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  EXPECT_EQ(oneShotLeftPlaying(trace), "");
+  return when(momentsFrom(trace, "echo escape"), "queue  Select. Exit Game. ");
+}
+
+TEST(EscapeAtOnce, CutsTheCrashWhereverItIs) {
+  for (const char* into : {"120", "200", "1200", "2000", "4000"}) {
+    EXPECT_LT(timeToTheMenu(kCrash + "wait " + into + "\n"), 500) << into;
+  }
+}
+
 TEST(EscapeAtTheFinish, AbandonsTheRaceThatWasAllButOver) {
   Session session;
   Driver driver = hurriedDriver(" Select. Exit Game. ");

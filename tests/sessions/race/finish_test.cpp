@@ -32,7 +32,7 @@ constexpr int kRestOfTheTickMs = 98;
 TEST(Finish, SoundsHornAndCrowdAndRevsTheEngine) {
   Session session;
   raceInAHurry(session);
-  const Moments moments = first(afterTheLine(session.run()), 28);
+  const Moments moments = first(afterTheLine(session.run()), 29);
   EXPECT_THAT(texts(moments),
               ElementsAre("sound4Buffer Play 0", "oneShotBuffer release", "oneShotBuffer create vorn6.wav",
                           "oneShotBuffer SetCurrentPosition 0", "oneShotBuffer SetVolume 0",
@@ -44,7 +44,8 @@ TEST(Finish, SoundsHornAndCrowdAndRevsTheEngine) {
                           "wallRightBuffer SetVolume -1000", "wallRightBuffer SetPan 5000",
                           "wallLeftBuffer Play 1", "wallRightBuffer Play 1", "sound18Buffer SetVolume -6500",
                           "sound18Buffer Play 1", "sound9Buffer SetVolume -6500", "sound9Buffer Play 1",  //
-                          "engineBuffer Play 1", StartsWith("engineBuffer SetCurrentPosition "),
+                          "engineBuffer SetFrequency 22051", "engineBuffer Play 1",
+                          StartsWith("engineBuffer SetCurrentPosition "),
                           StartsWith("engineBuffer SetCurrentPosition ")));
   const std::int64_t line = kRestOfTheTickMs + 3;
   EXPECT_EQ(when(moments, "sound4Buffer Play 0"), line);

@@ -217,6 +217,14 @@ TEST(Engine, CatchesAtIdleAndEndsTheStarter) {
                   Moment{21, "oneShotBuffer Stop"}, Moment{21, "oneShotBuffer release"}, Moment{21, kTen}));
 }
 
+TEST(Engine, StartsAtItsOwnPitchWhateverTheLastRaceLeft) {
+  Session session;
+  const TraceRecord& trace = played(session, Wheel::kKeys, untilCountdown());
+  const Moments moments = momentsFrom(trace, "engineBuffer SetFrequency 22051", 1);
+  ASSERT_FALSE(moments.empty());
+  EXPECT_EQ(when(moments, "engineBuffer Play 1"), 0);
+}
+
 TEST(Engine, ForgetsAShiftPressedWhileItWasStarted) {
   Session session;
   const TraceRecord& trace = played(session, Wheel::kController,
@@ -351,6 +359,25 @@ TEST(JumpedStart, CanBeMadeGood) {
   ASSERT_THAT(trace.ticks(), SizeIs(3));
   EXPECT_EQ(trace.ticks()[0].at("gear"), 1);
   EXPECT_EQ(trace.ticks()[0].at("fuel"), 22);
+}
+
+TEST(JumpedStart, IsNotJumpedAgainByTheSamePress) {
+  for (const Wheel wheel : {Wheel::kKeys, Wheel::kController}) {
+    Session session;
+    const bool isKeys = wheel == Wheel::kKeys;
+    // Held from the jump to the tenth second of the next countdown, while the wheel moves.
+    const TraceRecord& trace = played(
+        session, wheel,
+        untilCountdown(wheel) + "wait 3000\n" + (isKeys ? "press Up\n" : "button 8 down\n") +
+            "wait say you jumped\nwait say  Ladies\nwait 100\n" + startControl(wheel) +
+            "wait say  10 \nwait 1000\n" + (isKeys ? "" : "axis X 500\nwait 500\naxis X 0\n") +
+            untilAfterTen(kHornMs + 3000) + "echo released\n" + (isKeys ? "release Up\n" : "button 8 up\n") +
+            "wait 500\n" + (isKeys ? "press Up\n" : "button 8 down\n") + "wait tick or 1000\n");
+    EXPECT_THAT(about(momentsFrom(trace, kTen, 1), "say  you jumped"), IsEmpty());
+    // Neither does it go off at the horn: the car starts with the next press.
+    ASSERT_THAT(trace.ticks(), SizeIs(1));
+    EXPECT_GT(when(momentsFrom(trace, "echo released"), "tick"), 400);
+  }
 }
 
 // Horn and reaction.

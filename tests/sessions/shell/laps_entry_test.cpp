@@ -105,6 +105,18 @@ TEST_F(LapsEntry, GivesUpTheRaceWithoutANumber) {
   }
 }
 
+TEST_F(LapsEntry, TakesANumberThatNoRecordCouldBeFiledUnderForNone) {
+  for (const char* typed : {"1E-16", "-1E9", "-1E300", "1E-300", "1E-9999"}) {
+    Session session;
+    std::string keys;
+    for (const char* c = typed; *c != 0; ++c)
+      keys += *c == '-' ? "tap Insert\n" : std::string("tap ") + *c + "\n";
+    session.script(atLapsPrompt() + keys + "tap Enter\nwait say  Select. Exit Game. \n").run();
+    EXPECT_EQ(session.exitStatus(), 0) << typed << session.diagnostics();
+    EXPECT_FALSE(session.trace().said(" correct for the number of laps")) << typed;
+  }
+}
+
 TEST_F(LapsEntry, AsksAgainAbove9999) {
   EXPECT_EQ(leadsTo("type 10000\ntap Enter\n"), kPrompt);
   EXPECT_EQ(leadsTo("type 9999\ntap Delete\ntype 5\ntap Enter\n"), kPrompt);

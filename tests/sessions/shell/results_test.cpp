@@ -372,6 +372,16 @@ TEST_F(Name, ConfirmationKnowsTheseKeys) {
 
 // --- record and summary ---
 
+TEST_F(Results, DoNotReplaceABetterOneThatAnotherProgramHasSetMeanwhile) {
+  s.folder.write("vorn1maple0001.rec", recordBytes(90, 3, 1, 2026, "Ann"));
+  s.script(raceOver() + finish({}) + "wait say  Enter your name\nwait 20\ntype bo\ntap Enter\nwait 50\n")
+      .meanwhile([&] { s.folder.write("vorn1maple0001.rec", recordBytes(70, 3, 2, 2026, "Cid")); })
+      .script("tap Enter\nwait say  Select, repeat race time \n")
+      .run();
+  EXPECT_EQ(s.folder.read("vorn1maple0001.rec"), recordBytes(70, 3, 2, 2026, "Cid"));
+  EXPECT_THAT(s.folder.read("vorn1records.txt"), testing::HasSubstr("By Cid\r\n"));
+}
+
 TEST_F(Results, WriteTheRecordAndThenTheSummary) {
   race({}, kAtName + "type bo\n" + kMarkFinish + kConfirmName + kAtMenu);
   EXPECT_THAT(only(storyAfter(s.trace(), "finished"), {"read ", "write ", "append "}),

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <ostream>
 
+#include "records/records.h"
 #include "sessions/shell/story.h"
 
 namespace vorn {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
@@ -124,9 +126,19 @@ TEST(Close, ASecondOneEndsAtOnce) {
   EXPECT_LT(timeOf(s.trace(), "end 0"), timeOf(s.trace(), "queue " + kFarewell) + 510);
 }
 
-TEST(Close, DuringTheOrdinaryFarewellEndsAtOnce) {
+TEST(Close, DuringTheOrdinaryFarewellIsTheFirst) {
   Session s;
-  s.script(leaveGame().substr(0, leaveGame().rfind("wait")) + "wait 500\nclose\n").run();
+  s.folder.write("arcadehub.exe", "");
+  s.script(leaveGame().substr(0, leaveGame().rfind("wait")) + "wait 500\nclose\nwait 60000\n").run();
+  EXPECT_EQ(s.exitStatus(), 0);
+  EXPECT_THAT(storyOf(s.trace()), Contains("program arcadehub.exe 3"));
+  EXPECT_GE(timeOf(s.trace(), "program arcadehub.exe 3"),
+            timeOf(s.trace(), "queue " + kFarewell) + spokenMs(kFarewell));
+}
+
+TEST(Close, ASecondOneDuringTheOrdinaryFarewellEndsAtOnce) {
+  Session s;
+  s.script(leaveGame().substr(0, leaveGame().rfind("wait")) + "wait 500\nclose\nwait 100\nclose\n").run();
   EXPECT_EQ(s.exitStatus(), 0);
   EXPECT_FALSE(s.trace().said("exiting program"));
 }
@@ -224,15 +236,22 @@ TEST(Close, WhileTheFinishIsCelebratedTheRaceIsLost) {
   EXPECT_FALSE(s.folder.has("vorn1maple0001.rec"));
 }
 
-TEST(Close, AtTheNameTheLogStaysAndThereIsNoRecord) {
+/// The holder of the record that a window closed at `where` leaves, from the prompt for the name on.
+std::string holderAfterClosing(const std::string& where) {
   Session s;
-  s.script(raceOver() + finish({}) + "wait say  Enter your name\nwait 20\ntype bo\nclose\nwait 60000\n")
-      .run();
+  s.script(raceOver() + finish({}) + "wait say  Enter your name\n" + where + "close\nwait 60000\n").run();
   EXPECT_EQ(s.exitStatus(), 0);
   EXPECT_TRUE(
       s.folder.read("vorn1log.txt").ends_with(" You finished the race with 20.5 gallons of fuel. \r\n"));
-  EXPECT_FALSE(s.folder.has("vorn1maple0001.rec"));
-  EXPECT_FALSE(s.folder.has("vorn1records.txt"));
+  EXPECT_THAT(s.folder.read("vorn1records.txt"), testing::HasSubstr("1 minute 15 point 5 0 0"));
+  EXPECT_EQ(storyOf(s.trace()).back(), "end 0");
+  return decodeRecord(s.folder.read("vorn1maple0001.rec")).value_or(TrackRecord{}).holder;
+}
+
+TEST(Close, AtTheNameKeepsTheRecordUnderWhatHasBeenTyped) {
+  EXPECT_EQ(holderAfterClosing(""), "");
+  EXPECT_EQ(holderAfterClosing("wait 20\ntype bo\n"), "bo");
+  EXPECT_EQ(holderAfterClosing("wait 20\ntype bob\ntap Enter\nwait say  correct\nwait 20\n"), "bob");
 }
 
 TEST(Close, AfterTheRecordItStays) {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "platform/common/folder_use.h"
 #include "platform/mixing/wav_file.h"
 #include "sessions/shell/story.h"
 
@@ -326,6 +327,22 @@ TEST(Log, IsFoundWhateverItsCase) {
   s.script(atMainMenu()).run();
   EXPECT_EQ(s.folder.read("VORN1LOG.TXT"), "old\r\n" + kLogHeader);
   EXPECT_FALSE(s.folder.has("vorn1log.txt"));
+}
+
+TEST(SharedFolder, IsSpokenOfAfterTheTitleByTheSecondGameAlone) {
+  const std::string kShared = "queue  Another game is using this folder. ";
+  Session alone;
+  alone.script(atMainMenu()).run();
+  EXPECT_THAT(storyOf(alone.trace()), testing::Not(testing::Contains(kShared)));
+
+  Session second;
+  FolderUse first(second.folder.path());
+  first.claim();
+  second.script(atMainMenu() + menuUp()).run();
+  EXPECT_EQ(second.exitStatus(), 0);
+  EXPECT_THAT(speechIn(storyOf(second.trace())),
+              testing::ElementsAre("say  ", "say  Vorn 1 tts version 2 By Ostrin ", kShared,
+                                   "queue  Select. Exit Game. ", "purge", "queue  Start Game. "));
 }
 
 }  // namespace

@@ -465,6 +465,41 @@ TEST_P(MissingSound, IsSkipped) {
   EXPECT_EQ(charged(), 140);
 }
 
+TEST_F(PitRoad, BoxVoiceEndsWithTheStop) {
+  drive({.stopAt = 1500});
+  const auto log = rig.platform.logOf("warnBuffer");
+  const auto voice = std::find(log.begin(), log.end(), "warnBuffer create vorn1t73");
+  ASSERT_NE(voice, log.end());
+  const auto next = std::find(voice + 1, log.end(), "warnBuffer create vorn1t72");
+  ASSERT_NE(next, log.end());
+  EXPECT_NE(std::find(voice, next, "warnBuffer Stop"), next);
+  EXPECT_LT(rig.platform.timeOf("warnBuffer Stop"), rig.platform.timeOf("oneShotBuffer create vorn25"));
+}
+
+TEST_F(PitRoad, CrashInTheApproachEndsTheBoxVoiceForGood) {
+  bool hasCrashed = false;
+  rig.platform.onTick = [&, plan = Plan{}] {
+    steerCar(plan);
+    if (g.warnDistance == kBox && g.lapPosition > 1000 && !hasCrashed) {
+      hasCrashed = true;
+      g.wallTicks = 20;
+      g.lateralPosition = 0;  // into the wall at the next tick
+    }
+  };
+  rig.platform.onYield = [&] {  // restarts as soon as the marshals let him
+    if (!hasCrashed || rig.platform.timeOf(kGo) >= 0) return;
+    g.btnStartEngine = 1;
+    g.joyGasBrake = -10000;
+    g.btnUpShift = g.gear == 0 && g.speed == 0 ? 1 : 0;
+    EXPECT_EQ(rig.platform.sounding().count("warnBuffer looping"), 0u) << rig.platform.now;
+  };
+  g.speed = 50;
+  g.inputDevice = kJoystick;
+  pitroad(g, 1);
+  EXPECT_TRUE(hasCrashed);
+  EXPECT_THAT(spoken(), Contains(kGo));
+}
+
 TEST_F(PitRoad, WithoutTheBoxVoiceTheApproachEndsAtOnce) {
   rig.platform.missingFiles = {"vorn1t73"};
   drive({});

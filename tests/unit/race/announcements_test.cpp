@@ -87,6 +87,8 @@ TEST(SayCurTime, SaysTheElapsedTimeInWords) {
 
 TEST(ElapsedTimeText, KeepsTheMillisecondsWhenItTakesOutAMinute) {
   EXPECT_EQ(elapsedTimeText(61.999 * 9.8 + 1e-6), "1 minute 1 point 9 9 9  seconds. ");
+  // Minutes taken out leave noise: 60.007 less 60 is a little below seven thousandths.
+  EXPECT_EQ(elapsedTimeText(60.007 * 9.8 + 1e-6), "1 minute 0 point 0 0 7  seconds. ");
 }
 
 TEST(ElapsedTimeText, OfReactionsAndPenaltiesThatAreNoWholeTicks) {

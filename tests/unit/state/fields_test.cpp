@@ -34,8 +34,8 @@ const char* const kWholeFields[] = {
     "lastSayPositionTick", "lastSayGearTick", "lastSaySpeedTick", "lastSayLapTick", "lastSayTimeTick",
     "lastSayFuelTick",
     // pit, tracks and options
-    "pitEntryMissed", "pit", "segment", "warnPan", "wallSound", "autoSpeedometer", "autoGearAnnounce",
-    "pitRoadSnacks", "trackLightPolls", "engineSound"};
+    "pitEntryMissed", "pit", "segment", "warnPan", "warnLoops", "wallSound", "autoSpeedometer",
+    "autoGearAnnounce", "pitRoadSnacks", "trackLightPolls", "engineSound"};
 
 const char* const kRealFields[] = {
     "raceTicks", "poleDistance", "raceTime", "raceSeconds", "lapPosition", "lateralPosition", "speed",
@@ -52,10 +52,10 @@ class Fields : public testing::Test {
 
 TEST_F(Fields, WholeOnesAreSetToTheNearestWholeNumber) {
   for (const char* name : kWholeFields) {
-    EXPECT_TRUE(setField(g, name, 6.5)) << name;
-    EXPECT_THAT(getField(g, name), Optional(VariantWith<std::int64_t>(6))) << name;
-    EXPECT_TRUE(setField(g, name, -7)) << name;
-    EXPECT_THAT(getField(g, name), Optional(VariantWith<std::int64_t>(-7))) << name;
+    EXPECT_TRUE(setField(g, name, 2.5)) << name;
+    EXPECT_THAT(getField(g, name), Optional(VariantWith<std::int64_t>(2))) << name;
+    EXPECT_TRUE(setField(g, name, 1)) << name;
+    EXPECT_THAT(getField(g, name), Optional(VariantWith<std::int64_t>(1))) << name;
   }
 }
 
@@ -128,8 +128,30 @@ TEST_F(Fields, RefuseWhatTheyCannotHold) {
   EXPECT_EQ(g.lastSayGearTick, 3);
   EXPECT_FALSE(setField(g, "keyboardState[1]", 256));
   EXPECT_FALSE(setField(g, "keyboardState[1]", -1));
-  EXPECT_TRUE(setField(g, "gear", 2147483647));
-  EXPECT_EQ(g.gear, 2147483647);
+  EXPECT_TRUE(setField(g, "speechRate", 2147483647));
+  EXPECT_EQ(g.speechRate, 2147483647);
+}
+
+TEST_F(Fields, RefuseWhatTheRulesCannotComputeWith) {
+  struct Limits {
+    const char* name;
+    double lowest, highest;
+  };
+  for (const Limits& field : {Limits{"gear", 0, 4},
+                              {"trackChoice", 1, 12},
+                              {"keyMapGas", 0, 255},
+                              {"joyMapHorn", 0, 31},
+                              {"soundRpm", 0, 1000},
+                              {"speed", 0, 1e6},
+                              {"lateralPosition", -1e9, 1e9},
+                              {"wallTicks", -1e9, 1e9}}) {
+    EXPECT_TRUE(setField(g, field.name, field.lowest)) << field.name;
+    EXPECT_TRUE(setField(g, field.name, field.highest)) << field.name;
+    EXPECT_FALSE(setField(g, field.name, field.lowest - 1)) << field.name;
+    EXPECT_FALSE(setField(g, field.name, field.highest + 1)) << field.name;
+    EXPECT_FALSE(setField(g, field.name, std::numeric_limits<double>::quiet_NaN())) << field.name;
+  }
+  EXPECT_FALSE(setField(g, "warnDistance", 0));
 }
 
 TEST_F(Fields, NeverAskedReadsAsZero) {

@@ -35,10 +35,18 @@ TEST(ReadSettings, LeavesOutWhatIsNoNumber) {
 
 TEST(ReadSettingsInto, GoesAsFarAsTheFileDoes) {
   int a = 7, b = 8, c = 9;
-  readSettingsInto("5\r\nletters", {&a, &b, &c});
+  EXPECT_TRUE(readSettingsInto("5\r\n6", {&a, &b, &c}));
   EXPECT_EQ(a, 5);
-  EXPECT_EQ(b, 0);
+  EXPECT_EQ(b, 6);
   EXPECT_EQ(c, 9);
+}
+
+TEST(ReadSettingsInto, KeepsTheValueWhoseTextIsNoNumber) {
+  int a = 7, b = 8, c = 9;
+  EXPECT_FALSE(readSettingsInto("letters\r\n\r\n6", {&a, &b, &c}));
+  EXPECT_EQ(a, 7);
+  EXPECT_EQ(b, 8);
+  EXPECT_EQ(c, 6);
 }
 
 TEST(ReadSettingsInto, TakesHugeNumbersForZero) {

@@ -241,6 +241,38 @@ TEST_F(SwimmingHole, CueOfTheLandingIsStartedBeforeTheCrash) {
   EXPECT_THAT(rig.platform.log, Contains("warnBuffer SetVolume -800"));
 }
 
+struct Cut {
+  const char* what;
+  double speed, lateralPosition;
+  const char* sound;  ///< the one-shot in which Escape is pressed
+};
+
+TEST_F(SwimmingHole, EscapeCutsItWhereverItIs) {
+  for (const Cut& cut : {Cut{"on the ramp", 110, 50, "vorn20"},
+                         {"in the clean jump", 110, 50, "vorn7"},
+                         {"beyond the bank", 140, 50, "vorn7"},
+                         {"falling short", 80, 50, "vorn7"},
+                         {"splash", 80, 50, "vorn22"},
+                         {"beside the ramp", 110, 10, "vorn22"}}) {
+    g.escapePressed = 0;
+    rig.platform.clearLog();
+    std::int32_t pressed = -1;
+    rig.platform.onYield = [&] {
+      const std::int32_t begun = rig.platform.timeOf(std::string("oneShotBuffer create ") + cut.sound);
+      if (begun < 0 || rig.platform.now < begun + 50 || pressed >= 0) return;
+      pressed = rig.platform.now;
+      g.escapePressed = 1;
+      g.lastKeyCode = "27";
+    };
+    jump(cut.speed, cut.lateralPosition);
+    ASSERT_GE(pressed, 0) << cut.what;
+    EXPECT_LE(rig.platform.now - pressed, 200) << cut.what;
+    EXPECT_EQ(rig.platform.sounding().count("oneShotBuffer"), 0u) << cut.what;
+    EXPECT_THAT(oneShots(), Not(Contains("vorn15"))) << cut.what;
+    EXPECT_EQ(g.raceTicks, 0) << cut.what;
+  }
+}
+
 TEST_F(SwimmingHole, GivingUpInTheWaterReturnsAtOnce) {
   rig.platform.onYield = [this] {
     if (rig.platform.logOf("oneShotBuffer create vorn15").empty()) return;

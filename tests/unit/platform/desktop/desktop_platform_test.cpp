@@ -187,8 +187,16 @@ TEST_F(DesktopPlatformTest, TheFirstRequestToCloseIsThrownOnceTheSecondEndsThePr
   EXPECT_THROW(platform().yield(0), ProgramEnd);
 }
 
-TEST_F(DesktopPlatformTest, DuringTheShutdownARequestToCloseEndsTheProgram) {
+TEST_F(DesktopPlatformTest, DuringTheShutdownTheFirstRequestToCloseChangesNothing) {
   platform().enterShutdown();
+  askToClose();
+  EXPECT_NO_THROW(platform().yield(0));
+}
+
+TEST_F(DesktopPlatformTest, DuringTheShutdownASecondRequestToCloseEndsTheProgram) {
+  platform().enterShutdown();
+  askToClose();
+  platform().yield(0);
   askToClose();
   try {
     platform().yield(0);

@@ -98,7 +98,8 @@ TEST_F(HeadlessTrace, AnUnknownFieldEndsTheSession) {
   EXPECT_EQ(run("wait 1\nget sped"), 2);
   EXPECT_EQ(diagnostics.str(), "test.script:2: there is no such field: sped\n");
   EXPECT_EQ(run("set sped 1"), 2);
-  EXPECT_EQ(diagnostics.str(), "test.script:1: there is no such numeric field: sped\n");
+  EXPECT_EQ(diagnostics.str(),
+            "test.script:1: there is no such numeric field, or it cannot hold the value: sped\n");
   EXPECT_EQ(run("set lastKeyCode 1"), 2);
 }
 
