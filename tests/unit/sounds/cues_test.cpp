@@ -323,5 +323,26 @@ TEST(Cues, StandAboveEveryEngineAndWall) {
   }
 }
 
+// The worst place: in the middle of the track, both walls far, the car steered as hard as it can be, at full
+// revolutions. Measured: 9 dB (crowd), 22 and more (wind, forest).
+TEST(WallSounds, AreHeardOverTyreAndEngineInATurn) {
+  const Signal tyre = hearSound("vorn9").signal(), nothing(1);
+  for (const EngineTape& tape : engineTapes()) {
+    const Signal engine = hearSound(tape.name).signal();
+    const hearing::Levels din =
+        hearing::usualLevels(hearing::dinOf({.engine = engine,
+                                             .enginePlace = static_cast<std::size_t>(tape.step) * 100 / 2,
+                                             .wall = nothing,
+                                             .tyre = &tyre}),
+                             kRate);
+    for (const std::string_view wall : kWalls) {
+      Signal sound = hearSound(wall).signal();
+      const double clear =
+          hearing::clearance(hearing::strongLevels(synth::scale(sound, synth::gainOf(-10)), kRate), din);
+      EXPECT_GE(clear, wall == "vorn16" ? 8 : 18) << wall << " over " << tape.name;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace vorn::sounds

@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "checks.h"
+#include "hearing/spectrogram.h"
 #include "recipe.h"
 #include "support_sounds.h"
 #include "synth/loudness.h"
@@ -102,7 +103,7 @@ constexpr Loudness kStrokes[] = {
     {"vorn3", -17, -4},  {"vorn4", -11, -1},    {"vorn5", -14, -2},   {"vorn6", -15, -2},
     {"vorn11", -13, -1}, {"vorn14", -15, -2},   {"vorn15", -9, -0.8}, {"vorn17", -16, -2},
     {"vorn19", -20, -3}, {"vorn20", -14, -1.5}, {"vorn21", -12, -1},  {"vorn22", -13, -1},
-    {"vorn28", -16, -2}, {"vorn29", -17, -3},
+    {"vorn28", -16, -2}, {"vorn29", -21, -7},
 };
 
 void expectPeak(const Loudness& wanted, const synth::Channels& channels) {
@@ -210,6 +211,20 @@ TEST(Set, StartsOneShotsAtOnce) {
     }
     EXPECT_LT(static_cast<double>(first) / heard.rate, allowed);
   });
+}
+
+// The joint and the next cue strike with it. Measured: 2 % of its power in their place for 150 ms; with all
+// of the slam, 52 %. 200 ms.
+TEST(Set, LeavesTheJointAndTheCueFreeWhenTheCarLands) {
+  const Heard heard = hearSound("vorn21");
+  const synth::Signal sound = heard.signal();
+  const auto shareOfTheirs = [&](double from, double to) {
+    const auto place = [&](double seconds) { return sound.begin() + synth::framesOf(heard.rate, seconds); };
+    return hearing::shareBetween(hearing::spectrogramOf({place(from), place(to)}, heard.rate, 0.05, 0.01),
+                                 110, 480);
+  };
+  EXPECT_LT(shareOfTheirs(0, 0.15), 0.03);
+  EXPECT_GT(shareOfTheirs(0.2, 0.35), 0.2);
 }
 
 TEST(Set, LetsTheStartSignalStrikeAtOnce) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "hearing/figures.h"
 #include "spectrum.h"
 #include "support_sounds.h"
 
@@ -17,6 +18,7 @@ using test::Signal;
 struct Wall {
   std::string_view name;
   double likenessAllowed;
+  double leastMovement;
 };
 
 void PrintTo(const Wall& wall, std::ostream* out) {
@@ -52,12 +54,19 @@ TEST_P(Walls, HoldNoSingleEvent) {
   EXPECT_LE(test::decibels(loudest / test::meanSquare(sound_)), 4);
 }
 
+// What only rushes tires the ear. Measured: crowd 0.48, wind 0.40, forest 0.39; plain noise in the crowd's
+// place had 0.38.
+TEST_P(Walls, MoveMoreThanNoiseDoes) {
+  EXPECT_GE(hearing::figuresOf(sound_, 22050).envelopeVariation, GetParam().leastMovement);
+}
+
 TEST_P(Walls, ReachBeyondTheRightCopy) {
   EXPECT_GT(sound_.size(), kRightCopyStarts + 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Walls,
-                         testing::Values(Wall{"vorn16", 0.15}, Wall{"vorn24", 0.15}, Wall{"vorn23", 0.2}),
+                         testing::Values(Wall{"vorn16", 0.15, 0.45}, Wall{"vorn24", 0.15, 0.37},
+                                         Wall{"vorn23", 0.2, 0.37}),
                          [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace

@@ -147,8 +147,15 @@ Signal braking(const Recording& recording, const Contour& mph) {
   // The tyres, the discs' squeal above sixty, and grit in both.
   Signal sound = howling(rising(500, 1900), 0.16);
   mixInto(sound, howling(rising(820, 2700), 0.12), 0.55);
-  mixInto(sound, shaped(howling(1900, 0.008), rate, fadingIn(60, 0.8)));
-  mixInto(sound, shaped(howling(3100, 0.006), rate, fadingIn(60, 1.0)));
+  // Their pitch strays: what stood still would whistle through every stop.
+  const auto straying = [&](std::string_view purpose, double hertz) {
+    Noise chance = recording.noise(purpose);
+    return Contour([course = wander(chance, recording.frames(), 8, 30), rate, hertz](double now) {
+      return hertz * (1 + 0.02 * course[static_cast<std::size_t>(std::lround(now * rate)) % course.size()]);
+    });
+  };
+  mixInto(sound, shaped(howling(straying("low disc", 1900), 0.008), rate, fadingIn(60, 0.26)));
+  mixInto(sound, shaped(howling(straying("high disc", 3100), 0.006), rate, fadingIn(60, 0.3)));
   const Signal grit = white(noise, recording.frames());
   mixInto(sound, bandpass(grit, rate, rising(560, 2000), 0.9, Ends::kMeeting), 0.9);
   // A judder that smooths out as the wheels turn faster.
@@ -199,21 +206,29 @@ Audio tyres(const Recording& recording) {
   return steepLowpass(sound, rate, 2000, Ends::kMeeting);
 }
 
-/// Metal dragged along concrete: a shower of small impacts.
+/// Metal dragged along concrete: one panel that catches, is let go and hit again.
 Audio scrape(const Recording& recording) {
+  constexpr double kHits = 50, kSlips = 45;  // a second
   Canvas canvas = recording.canvas();
-  const double rate = canvas.rate();
+  const double rate = canvas.rate(), seconds = canvas.seconds();
   Noise noise = recording.noise("grit");
-  const int impacts = static_cast<int>(std::lround(180 * canvas.seconds()));
+  const int impacts = static_cast<int>(std::lround(kHits * seconds));
   for (int i = 0; i < impacts; ++i) {
-    const double moment = canvas.seconds() * (i + 0.8 * noise.next()) / impacts;
-    const Signal impact =
-        strike(rate, 0.12, retuned(steelPanel(), noise.between(290, 360), noise.between(0.4, 0.8)));
-    canvas.add(moment, impact, noise.between(0.4, 1));
+    const double moment = seconds * (i + 0.5 + 0.45 * noise.next()) / impacts;
+    // The same panel each time: only how hard it is hit, and how hard the stone.
+    canvas.add(moment, strike(rate, 0.2, retuned(steelPanel(), 330), noise.between(0.0002, 0.0006)),
+               noise.between(0.4, 1));
   }
   Signal sound = highpass(canvas.signal(), rate, 300, 0.7, Ends::kMeeting);
-  const Signal sparks = bandpass(white(noise, canvas.frames()), rate, 4200, 0.8, Ends::kMeeting);
-  mixInto(sound, sparks, 0.35 * peakOf(sound));
+  const double slipHertz = std::round(kSlips * seconds) / seconds;
+  const Contour sticking = [slipHertz](double now) {
+    const double slips = slipHertz * now + 0.5, share = slips - std::floor(slips);
+    return 0.25 + 1.5 * share * share;  // it holds longer and longer, then slips
+  };
+  const Signal grit = white(noise, canvas.frames());
+  Signal sparks = bandpass(grit, rate, 4200, 0.8, Ends::kMeeting);
+  mixInto(sparks, bandpass(grit, rate, 1500, 1.5, Ends::kMeeting), 0.7);
+  mixInto(sound, shaped(std::move(sparks), rate, sticking), 0.35 * peakOf(sound));
   return sound;
 }
 
@@ -268,9 +283,10 @@ Audio lightPole(const Recording& recording) {
   Signal air = bandpass(white(noise, canvas.frames()), rate, centre, 1.6);
   air = shaped(std::move(air), rate, [seconds](double now) {
     const double share = now < kNearest ? now / kNearest : (seconds - now) / (seconds - kNearest);
-    return std::pow(std::sin(kPi / 2 * share), 1.2);
+    return std::pow(std::sin(kPi / 2 * share), 0.9);
   });
-  canvas.add(withPeak(std::move(air), 1));
+  // It passes thirty times a lap: soft at the top.
+  canvas.add(withPeak(steepLowpass(air, rate, 3000), 1));
   canvas.add(kNearest - 0.03, thump(rate, 260, 130, 0.14), 0.6);
   // The hollow of the pole itself.
   canvas.add(
@@ -314,7 +330,7 @@ constexpr std::array kRecipes{
     Recipe{"vorn18", "marbles under the car", Play::kLoop, {-18, -3}, {}, &marbles},
     Recipe{"vorn19", "gear lever", Play::kOnce, {-20, -3, Meter::kLoudestMoment}, {0, 2}, &gearLever},
     Recipe{
-        "vorn29", "a light pole passes", Play::kOnce, {-17, -3, Meter::kLoudestMoment}, {0, 20}, &lightPole},
+        "vorn29", "a light pole passes", Play::kOnce, {-21, -7, Meter::kLoudestMoment}, {0, 20}, &lightPole},
 };
 
 }  // namespace

@@ -99,8 +99,15 @@ Audio landing(const Recording& recording) {
   const Signal dust =
       bandpass(white(noise, framesOf(rate, 0.38)), rate, glide({{0, 2600}, {0.38, 900}}), 0.7);
   canvas.add(0.04, shaped(dust, rate, ringing(0.03, 0.5)), 0.5);
-  Signal sound = withPeak(canvas.signal(), 1);
-  saturate(sound, 2);
+  // The joint and the next cue strike with it: what they are known by stays free for them at first.
+  constexpr double kFreeFor = 0.15;
+  const Signal whole = withPeak(canvas.signal(), 1);
+  Signal outside = steepLowpass(steepLowpass(whole, rate, 70), rate, 70);
+  mixInto(outside, steepHighpass(steepHighpass(whole, rate, 600), rate, 600));
+  const Contour back{{kFreeFor, 0}, {kFreeFor + 0.04, 1}};
+  Signal sound = shaped(whole, rate, back);
+  mixInto(sound, shaped(std::move(outside), rate, [&back](double now) { return 1 - back(now); }));
+  saturate(sound, 1);
   return sound;
 }
 

@@ -7,6 +7,7 @@
 #include "synth/filter.h"
 #include "synth/materials.h"
 #include "synth/tones.h"
+#include "synth/water.h"
 
 namespace vorn::sounds {
 namespace {
@@ -27,14 +28,16 @@ Audio refuelling(const Recording& recording) {
                  [throbHertz](double now) { return 1 + 0.3 * std::sin(kTwoPi * throbHertz * now); });
   const Contour tank = [seconds](double now) { return 520 + 170 * std::sin(kTwoPi * now / seconds); };
   mixInto(sound, bandpass(rush, rate, tank, 14, Ends::kMeeting), 1.5);
+  scale(sound, 0.5);
   // Glugs: the tank takes a gulp of air at each throb.
   Canvas canvas = recording.canvas();
   const int gulps = static_cast<int>(std::lround(throbHertz * seconds));
   for (int i = 0; i < gulps; ++i) {
-    const double moment = seconds * i / gulps;
-    const double hertz = 1.1 * tank(moment);
-    canvas.add(moment, sine(rate, 0.09, glide({{0, hertz}, {0.09, 1.35 * hertz}}), swell(0.02, 0.05, 0.09)),
-               0.12);
+    const double moment = seconds * (i + 0.15 * noise.next()) / gulps;
+    const double hertz = noise.between(1.0, 1.25) * tank(moment);
+    canvas.add(moment, sine(rate, 0.11, glide({{0, hertz}, {0.11, 1.4 * hertz}}), swell(0.012, 0.07, 0.11)),
+               noise.between(0.35, 0.6));
+    canvas.add(moment + 0.03, bubbles(noise, rate, 3, 700, 1900, 0.08), 0.1);
   }
   mixInto(sound, canvas.signal());
   return sound;

@@ -35,7 +35,7 @@ Contour wandering(const Recording& recording, std::string_view purpose, int lowe
 
 Signal cheer(Noise& noise, double rate) {
   constexpr std::array kMouths{kAh, kOh, kEh};
-  const double seconds = noise.between(0.4, 1.1);
+  const double seconds = noise.between(0.24, 0.4);
   const double hertz = 110 * std::pow(400.0 / 110, noise.between(0, 1));
   const double size = hertz > 220 ? 1.15 : 1;
   Call call{.seconds = seconds,
@@ -51,16 +51,25 @@ Signal cheer(Noise& noise, double rate) {
   return voiced(noise, rate, call);
 }
 
+/// Two palms.
+Signal clap(Noise& noise, double rate) {
+  return burst(noise, rate, noise.between(900, 1700), 1.4, 0.001, 0.05);
+}
+
 Audio crowd(const Recording& recording) {
-  constexpr int kVoices = 120;
-  constexpr double kFarRoar = 0.6;
+  // Few enough that an ear follows one here and there, short enough that none is followed for long.
+  constexpr int kVoices = 40, kClaps = 44;
+  constexpr double kFarRoar = 0.2, kClapGain = 0.25;
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("voices");
   for (int i = 0; i < kVoices; ++i) {
     const double moment = canvas.seconds() * (i + noise.next()) / kVoices;
     canvas.add(moment, withPeak(cheer(noise, canvas.rate()), noise.between(0.4, 1)));
   }
-  Signal sound = canvas.signal();
+  for (const double moment : scattered(noise, kClaps, canvas.seconds(), 0.02)) {
+    canvas.add(moment, withPeak(clap(noise, canvas.rate()), kClapGain * noise.between(0.6, 1)));
+  }
+  Signal sound = shaped(canvas.signal(), canvas.rate(), wandering(recording, "swell", 1, 4, 1, 1.08));
   const Signal roar = bandpass(bed(recording, "roar"), canvas.rate(), 800, 0.4, Ends::kMeeting);
   mixInto(sound, roar, kFarRoar);  // those too far away to be told apart
   sound = steepHighpass(sound, canvas.rate(), 250, Ends::kMeeting);
@@ -78,15 +87,25 @@ Audio wind(const Recording& recording) {
   mixInto(sound, bandpass(air, rate, high, 4, Ends::kMeeting), 0.9);
   mixInto(sound, bandpass(bed(recording, "leaves"), rate, 1300, 0.6, Ends::kMeeting), 0.16);
   const Contour gusts = wandering(recording, "gusts", 1, 2, 1, 1.12);
-  sound = shaped(std::move(sound), rate, gusts);
-  return steepHighpass(lowpass(sound, rate, 2000, 0.7, Ends::kMeeting), rate, 130, Ends::kMeeting);
+  sound = steepHighpass(lowpass(sound, rate, 2000, 0.7, Ends::kMeeting), rate, 130, Ends::kMeeting);
+  // What tyres and engines leave of it in a turn: its hiss in the wires.
+  mixInto(sound,
+          bandpass(bed(recording, "wires"), rate, wandering(recording, "hiss", 1, 4, 3600, 1.15), 1.2,
+                   Ends::kMeeting),
+          0.04);
+  return shaped(std::move(sound), rate, gusts);
 }
 
-/// One pulse of a cricket's wing.
-Signal wingPulse(Noise& noise, double rate, double hertz) {
-  const double seconds = 0.014;
-  Signal pulse = sine(rate, seconds, hertz * (1 + 0.01 * noise.next()), swell(0.005, 0.006, seconds));
-  return noise.chance(0.5) ? pulse : scale(pulse, -1);
+/// Three strokes of a cricket's wing.
+Signal chirp(Noise& noise, double rate, double hertz) {
+  constexpr double kStroke = 0.016, kEvery = 0.034;
+  Canvas canvas(rate, framesOf(rate, 3 * kEvery), Ends::kOpen);
+  for (int i = 0; i < 3; ++i) {
+    canvas.add(i * kEvery,
+               sine(rate, kStroke, hertz * (1 + 0.006 * noise.next()), swell(0.005, 0.007, kStroke)),
+               0.7 + 0.15 * i);
+  }
+  return canvas.signal();
 }
 
 Signal birdNote(Noise& noise, double rate) {
@@ -99,17 +118,19 @@ Signal birdNote(Noise& noise, double rate) {
 Audio forestEdge(const Recording& recording) {
   Canvas canvas = recording.canvas();
   const double rate = canvas.rate();
-  const Contour rustle = wandering(recording, "rustle", 2, 7, 1, 1.15);
+  // A gust takes the leaves, lets go, and takes them again.
+  const Contour rustle = wandering(recording, "rustle", 2, 9, 1, 1.5);
   Signal leaves = bandpass(bed(recording, "leaves"), rate, 1000, 0.7, Ends::kMeeting);
   leaves = lowpass(leaves, rate, 2200, 0.7, Ends::kMeeting);  // above is the cues' band
   canvas.add(shaped(std::move(leaves), rate, rustle));
-  canvas.add(bandpass(bed(recording, "boughs"), rate, 350, 0.6, Ends::kMeeting), 0.8);
+  canvas.add(bandpass(bed(recording, "boughs"), rate, 350, 0.6, Ends::kMeeting), 0.5);
 
   Noise noise = recording.noise("animals");
-  // A whole number of pulses around the loop, about 30 a second.
-  const int pulses = static_cast<int>(std::lround(30 * canvas.seconds()));
-  for (int i = 0; i < pulses; ++i) {
-    canvas.add(canvas.seconds() * i / pulses, wingPulse(noise, rate, 4600), i % 3 == 2 ? 0.05 : 0.1);
+  // Two of them, each with rests of its own around the loop.
+  constexpr int kChirps = 7;
+  for (int i = 0; i < kChirps; ++i) {
+    if (i % 4 != 3) canvas.add(canvas.seconds() * i / kChirps, chirp(noise, rate, 4600), 0.13);
+    if (i % 3 != 1) canvas.add(canvas.seconds() * (i + 0.45) / kChirps, chirp(noise, rate, 4250), 0.08);
   }
   for (const double moment : scattered(noise, 5, canvas.seconds(), 0.3)) {
     canvas.add(moment, birdNote(noise, rate), 0.07);
