@@ -6,6 +6,7 @@
 #include "levels.h"
 #include "synth/metals.h"
 #include "synth/pipes.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -62,7 +63,8 @@ Audio loon(const Recording& recording) {
   const auto wail = [&](double at, double seconds, const Contour& pitch, double gain) {
     const Contour loudness{{0, 0}, {0.08, 0.7}, {0.45 * seconds, 1}, {0.75 * seconds, 0.8}, {seconds, 0}};
     canvas.add(at,
-               synth::harmonics(rate, seconds, synth::vibrato(pitch, 5.3, 0.006), {1, 0.4, 0.12}, loudness),
+               synth::harmonics(rate, seconds, synth::vibrato(pitch, 5.3, 0.006),
+                                {1, 0.5, 0.32, 0.2, 0.12, 0.06}, loudness),
                gain);
   };
   wail(0.05, 1.15,
@@ -85,7 +87,7 @@ Audio xylophone(const Recording& recording) {
                noise.between(0.75, 1) * (i % 2 == 0 ? 1 : 0.8));
     canvas.add(at, synth::strike(canvas.rate(), 0.06, synth::woodBlock(1900), 0.0003), 0.22);
   }
-  return synth::inRoom(canvas, 0.5, 0.08);
+  return synth::brightened(synth::inRoom(canvas, 0.5, 0.08), canvas.rate(), 3, canvas.ends());
 }
 
 /// Hailstones on a tin roof: light ones all over, heavy ones now and then.
@@ -136,14 +138,16 @@ Audio kookaburra(const Recording& recording) {
 Audio churchBells(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("ropes");
+  synth::SampledInstrument bells(canvas.rate(), synth::Sampled::kTubularBells);
   constexpr std::array kRound{880.0, 740.0, 659.0, 880.0, 659.0, 740.0};
   for (std::size_t i = 0; i < kRound.size(); ++i) {
     const double at = 0.05 + static_cast<double>(i) * canvas.seconds() / kRound.size() + 0.012 * noise.next();
     canvas.add(at, synth::strike(canvas.rate(), 3.5, synth::churchBell(kRound[i]), 0.0006),
                noise.between(0.85, 1));
+    canvas.add(at, bells.play({.hertz = kRound[i], .seconds = 3, .ring = 0.5, .force = 1}), 4);
     canvas.add(at, synth::burst(noise, canvas.rate(), 3000, 1, 0.001, 0.03), 0.4);
   }
-  return synth::inRoom(canvas, 1.2, 0.05);
+  return synth::brightened(synth::inRoom(canvas, 1.2, 0.05), canvas.rate(), 5, canvas.ends());
 }
 
 /// The line runs out faster and faster over its pawl, and the float falls in.

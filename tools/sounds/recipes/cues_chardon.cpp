@@ -1,6 +1,5 @@
 // The cues of the Chardon hill top: mountain people, their animals and their music.
 
-#include <algorithm>
 #include <array>
 
 #include "groups.h"
@@ -9,6 +8,7 @@
 #include "synth/metals.h"
 #include "synth/pipes.h"
 #include "synth/reeds.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -66,7 +66,7 @@ Audio handBells(const Recording& recording) {
     canvas.add(at, synth::strike(canvas.rate(), 1.8, synth::handBell(synth::noteHertz(kScale[i])), 0.0008),
                noise.between(0.8, 1));
   }
-  return synth::inRoom(canvas, 0.9, 0.06);
+  return synth::brightened(synth::inRoom(canvas, 0.9, 0.06), canvas.rate(), 3, canvas.ends());
 }
 
 /// A horse trots: its harness shakes on every other hoof the harder.
@@ -158,10 +158,10 @@ Audio chairLift(const Recording& recording) {
   }
   const Signal cable = synth::bandpass(synth::white(noise, canvas.frames()), rate, 1500, 5, canvas.ends());
   canvas.add(cable, 0.03);
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), rate, 3, canvas.ends());
 }
 
-/// Sixteen notes over the valley, five tones, two breaths.
+/// Three bars over the valley, five tones, two breaths.
 Audio panPipes(const Recording& recording) {
   constexpr std::array kMelody = std::to_array<synth::Written>({{0, 1, 5},
                                                                 {1, 0.5, 8},
@@ -178,22 +178,23 @@ Audio panPipes(const Recording& recording) {
                                                                 {9, 1, 8},
                                                                 {10, 0.5, 10},
                                                                 {10.5, 0.5, 3},
-                                                                {11, 1.6, 5}});
+                                                                {11, 0.9, 5}});
+  constexpr double kBeats = 12;
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("breath");
-  synth::play(canvas, kMelody, 13, [&](double hertz, double seconds) {
+  synth::play(canvas, kMelody, kBeats, [&](double hertz, double seconds) {
     return synth::pipe(noise, canvas.rate(),
                        {.seconds = 0.95 * seconds,
                         .hertz = synth::glide({{0, 0.94 * hertz}, {0.05, hertz}, {seconds, 0.995 * hertz}}),
-                        .partials = {1, 0.25, 0.65, 0.15, 0.2, 0.06},
-                        .chiff = 0.9,
-                        .breath = 0.16,
+                        .partials = {1, 0.25, 0.7, 0.2, 0.3, 0.12, 0.1},
+                        .chiff = 1.1,
+                        .breath = 0.2,
                         .attack = 0.035,
                         .release = 0.09,
                         .vibrato = 0.006,
                         .vibratoHertz = 4.8});
   });
-  return synth::inRoom(canvas, 1.0, 0.1);
+  return synth::brightened(synth::inRoom(canvas, 1.0, 0.1), canvas.rate(), 3, canvas.ends());
 }
 
 /// Brr, brr, brrr: lips flutter, the skin rattles.
@@ -222,28 +223,23 @@ Audio churchOrgan(const Recording& recording) {
   constexpr std::array kChords{Chord{0, 1, {-7, 0, 5, 8}}, Chord{1, 1, {-4, 0, 3, 8}},
                                Chord{2, 1, {-9, -2, 3, 7}}, Chord{3, 0.94, {-12, 0, 4, 7}}};
   constexpr std::array kStops{1.0, 2.0, 4.0};  // 8, 4 and 2 feet
-  constexpr std::array kStopGains{0.6, 0.6, 0.5};
+  constexpr std::array kStopGains{1.0, 0.7, 0.5};
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("wind");
+  synth::SampledInstrument organ(canvas.rate(), synth::Sampled::kChurchOrgan);
   const double beat = canvas.seconds() / 4;
   for (const Chord& chord : kChords) {
     for (const double note : chord.notes) {
       for (std::size_t stop = 0; stop < kStops.size(); ++stop) {
         const double hertz = kStops[stop] * synth::noteHertz(note) * (1 + 0.0012 * noise.next());
-        canvas.add(0.04 + chord.beat * beat + 0.006 * noise.between(0, 1),
-                   synth::pipe(noise, canvas.rate(),
-                               {.seconds = 0.98 * chord.beats * beat,
-                                .hertz = hertz,
-                                .partials = synth::principal(),
-                                .chiff = 0.12,
-                                .breath = 0.01,
-                                .attack = 0.04,
-                                .release = 0.08}),
-                   kStopGains[stop]);
+        canvas.add(
+            0.04 + chord.beat * beat + 0.006 * noise.between(0, 1),
+            organ.play({.hertz = hertz, .seconds = 0.94 * chord.beats * beat, .ring = 0.2, .force = 0.9}),
+            kStopGains[stop]);
       }
     }
   }
-  return synth::inRoom(canvas, 1.6, 0.1);
+  return synth::brightened(synth::inRoom(canvas, 1.6, 0.1), canvas.rate(), 3, canvas.ends());
 }
 
 /// Keeer: high over the hill, falling, hoarse.
@@ -251,21 +247,23 @@ Audio eagle(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("throat");
   const double rate = canvas.rate();
+  const synth::Mouth beak = synth::muzzle(1750, 3300, 4400, 5600, 3, -1, -6);
   const auto screech = [&](double at, double seconds, double high, double gain) {
-    const Contour arch =
-        synth::glide({{0, 0.72 * high}, {0.07, high}, {0.3 * seconds, 0.97 * high}, {seconds, 0.58 * high}});
-    const Signal hoarse = synth::lowpass(synth::white(noise, synth::framesOf(rate, seconds)), rate, 260);
-    const Contour pitch = [&, arch](double now) {
-      const auto i = std::min(static_cast<std::size_t>(now * rate), hoarse.size() - 1);
-      return arch(now) * (1 + 0.16 * hoarse[i] + 0.012 * std::sin(synth::kTwoPi * 47 * now));
-    };
-    const Contour loudness{{0, 0}, {0.04, 1}, {0.5 * seconds, 0.8}, {seconds, 0}};
-    canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.3, 0.08}, loudness), gain);
-    const Signal air = synth::white(noise, static_cast<int>(hoarse.size()));
-    canvas.add(at, synth::shaped(synth::bandpass(air, rate, arch, 4), rate, loudness), 0.5 * gain);
+    synth::Cry cry{
+        .seconds = seconds,
+        .hertz = synth::glide(
+            {{0, 0.72 * high}, {0.07, high}, {0.3 * seconds, 0.97 * high}, {seconds, 0.58 * high}})};
+    cry.loudness = Contour{{0, 0}, {0.04, 1}, {0.5 * seconds, 0.8}, {seconds, 0}};
+    cry.mouths = {{0, beak}};
+    // Clear where it begins, hoarser and hoarser as it falls.
+    cry.air = Contour{{0, 0.15}, {seconds, 0.5}};
+    cry.growl = Contour{{0, 0.1}, {0.25 * seconds, 0.4}, {seconds, 0.6}};
+    cry.tremble = 0.03;
+    cry.tilt = -2;
+    canvas.add(at, synth::cry(noise, rate, cry), gain);
   };
-  screech(0.06, 1.15, 3500, 1);
-  screech(1.62, 0.7, 3750, 0.8);
+  screech(0.06, 1.15, 1800, 1);
+  screech(1.62, 0.7, 1920, 0.8);
   return synth::withEchoes(canvas, 0.33, -20, 2);
 }
 

@@ -29,27 +29,27 @@ Audio donkey(const Recording& recording) {
   synth::Cry hee{.seconds = kHee, .hertz = synth::glide({{0, 480}, {0.12, 830}, {0.4, 780}, {kHee, 620}})};
   hee.loudness = Contour{{0, 0}, {0.06, 0.8}, {0.4, 1}, {kHee, 0}};
   hee.mouths = {{0, tight}};
-  hee.air = 0.3;
+  hee.air = 0.4;
   hee.growl = 0.2;
   hee.tremble = 0.03;
   hee.tilt = -3;
   canvas.add(0.04, synth::cry(noise, rate, hee), 1.3);
-  synth::Cry haw{.seconds = kHaw, .hertz = synth::glide({{0, 290}, {0.1, 255}, {0.6, 225}, {kHaw, 165}})};
+  synth::Cry haw{.seconds = kHaw, .hertz = synth::glide({{0, 250}, {0.1, 215}, {0.6, 185}, {kHaw, 130}})};
   haw.loudness = Contour{{0, 0}, {0.03, 1}, {0.6, 0.85}, {kHaw, 0}};
   haw.mouths = {{0, tight}, {0.08, wide}, {kHaw, wide}};
   haw.air = 0.06;
-  haw.growl = 0.55;
+  haw.growl = 0.8;
   haw.tremble = 0.03;
   haw.tilt = -2;
   canvas.add(0.6, synth::cry(noise, rate, haw));
-  return synth::inRoom(canvas, 0.3, 0.05);
+  return synth::brightened(synth::inRoom(canvas, 0.3, 0.05), rate, 1, canvas.ends());
 }
 
 Signal gobble(Noise& noise, double rate, double hertz, int beats) {
-  constexpr double kBeatsASecond = 14;
+  constexpr double kBeatsASecond = 15.5;
   const double seconds = beats / kBeatsASecond;
-  const synth::Mouth from = synth::muzzle(820, 1700, 2600, 3500, 0, -2, -8);
-  const synth::Mouth to = synth::muzzle(1050, 2150, 2900, 3700, 2, 0, -6);
+  const synth::Mouth from = synth::muzzle(720, 1600, 2500, 3400, 0, -1, -6);
+  const synth::Mouth to = synth::muzzle(950, 1950, 2750, 3600, 2, 1, -5);
   const auto wave = [](double now) { return 0.5 - 0.5 * std::cos(synth::kTwoPi * kBeatsASecond * now); };
   const Contour fall =
       synth::glide({{0, 1.1 * hertz}, {0.15 * seconds, 1.25 * hertz}, {seconds, 0.8 * hertz}});
@@ -72,9 +72,18 @@ Audio turkeys(const Recording& recording) {
   Noise noise = recording.noise("throats");
   const double rate = canvas.rate();
   canvas.add(0.04, gobble(noise, rate, 560, 11));
-  canvas.add(1.16, gobble(noise, rate, 690, 9), 0.9);
-  canvas.add(2.14, gobble(noise, rate, 500, 12), 0.95);
-  canvas.add(2.36, gobble(noise, rate, 730, 7), 0.35);
+  canvas.add(1.3, gobble(noise, rate, 690, 9), 0.9);
+  canvas.add(2.25, gobble(noise, rate, 500, 12), 0.95);
+  // One struts: he spits, his feathers rattle, his chest booms.
+  const Signal feathers = synth::white(noise, synth::framesOf(rate, 0.34));
+  canvas.add(0.86,
+             synth::shaped(synth::bandpass(feathers, rate, 3600, 0.8), rate,
+                           [](double now) {
+                             return synth::swell(0.02, 0.2, 0.34)(now) *
+                                    (0.5 + 0.5 * std::cos(synth::kTwoPi * 31 * now));
+                           }),
+             0.7);
+  canvas.add(0.9, synth::thump(rate, 90, 60, 0.3), 0.5);
   return synth::withEchoes(canvas, 0.12, -24, 1);
 }
 
@@ -187,8 +196,8 @@ Audio jugAndSpoons(const Recording& recording) {
 }
 
 Signal cluck(Noise& noise, double rate, double hertz, double seconds, double opening) {
-  const synth::Mouth shut = synth::muzzle(750, 1650, 2700, 3600, 0, -3, -9);
-  const synth::Mouth open = synth::muzzle(1150, 2250, 3100, 4000, 2, 1, -5);
+  const synth::Mouth shut = synth::muzzle(1000, 2200, 3300, 4500, 0, -3, -9);
+  const synth::Mouth open = synth::muzzle(1500, 2900, 3900, 5000, 2, 1, -5);
   synth::Cry cry{
       .seconds = seconds,
       .hertz = synth::glide({{0, 0.8 * hertz}, {0.3 * seconds, opening * hertz}, {seconds, 0.75 * hertz}})};
@@ -209,13 +218,12 @@ Audio hens(const Recording& recording) {
   struct Cluck {
     double at, hertz, gain;
   };
-  for (const Cluck& c :
-       {Cluck{0.04, 430, 0.75}, Cluck{0.31, 450, 0.8}, Cluck{0.52, 520, 0.6}, Cluck{0.86, 420, 0.8},
-        Cluck{1.12, 445, 0.8}, Cluck{1.36, 455, 0.9}, Cluck{1.56, 465, 0.9}, Cluck{2.62, 430, 0.7}}) {
-    canvas.add(c.at, cluck(noise, rate, c.hertz, 0.09, 1.15), c.gain);
+  for (const Cluck& c : {Cluck{0.04, 560, 0.8}, Cluck{0.46, 590, 0.9}, Cluck{0.74, 680, 0.7},
+                         Cluck{1.3, 580, 0.9}, Cluck{1.62, 600, 1}, Cluck{2.74, 560, 0.75}}) {
+    canvas.add(c.at, cluck(noise, rate, c.hertz, 0.055, 1.2), c.gain);
   }
-  canvas.add(1.78, cluck(noise, rate, 520, 0.12, 1.2), 1);
-  canvas.add(1.94, cluck(noise, rate, 620, 0.52, 1.5), 1.1);
+  canvas.add(1.86, cluck(noise, rate, 700, 0.08, 1.25), 1);
+  canvas.add(2.0, cluck(noise, rate, 850, 0.45, 1.5), 1.1);
   return synth::inRoom(canvas, 0.25, 0.05);
 }
 
@@ -228,7 +236,8 @@ Audio coyote(const Recording& recording) {
     const double seconds = course.back().seconds;
     const Contour pitch = synth::vibrato(synth::glide(course), 4.6, 0.008);
     const Contour loudness{{0, 0}, {0.12, 0.8}, {0.4 * seconds, 1}, {0.75 * seconds, 0.7}, {seconds, 0}};
-    canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.75, 0.42, 0.16, 0.06}, loudness), gain);
+    canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.75, 0.5, 0.28, 0.16, 0.1, 0.06}, loudness),
+               gain);
     const Signal air = synth::white(noise, synth::framesOf(rate, seconds));
     canvas.add(at, synth::shaped(synth::bandpass(air, rate, pitch, 6), rate, loudness), 0.15 * gain);
   };

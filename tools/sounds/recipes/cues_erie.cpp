@@ -5,7 +5,7 @@
 #include "groups.h"
 #include "levels.h"
 #include "synth/metals.h"
-#include "synth/reeds.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -75,21 +75,13 @@ Audio hornpipe(const Recording& recording) {
                                                                 {6, 0.5, 3},
                                                                 {7, 0.4, 0}});
   Canvas canvas = recording.canvas();
-  Noise noise = recording.noise("bellows");
-  const auto squeeze = [&](double bright) {
-    return [&noise, &canvas, bright](double hertz, double seconds) {
-      return synth::reed(noise, canvas.rate(),
-                         {.seconds = 0.86 * seconds,
-                          .hertz = hertz,
-                          .beating = 6.5,
-                          .bright = bright,
-                          .attack = 0.012,
-                          .release = 0.03});
-    };
+  synth::SampledInstrument concertina(canvas.rate(), synth::Sampled::kTangoAccordion);
+  const auto squeeze = [&concertina](double hertz, double seconds) {
+    return concertina.play({.hertz = hertz, .seconds = 0.82 * seconds, .ring = 0.08, .force = 1});
   };
-  synth::play(canvas, kMelody, 8, squeeze(0.8));
+  synth::play(canvas, kMelody, 8, squeeze);
   Canvas below = recording.canvas();
-  synth::play(below, kChords, 8, squeeze(0.4));
+  synth::play(below, kChords, 8, squeeze);
   canvas.add(below.signal(), 0.4);
   return synth::inRoom(canvas, 0.4, 0.08);
 }
@@ -111,8 +103,8 @@ Audio bellBuoy(const Recording& recording) {
                               {1911 * stroke.pitch, 1, 1.5},
                               {1919 * stroke.pitch, 0.5, 1.5},
                               {2770 * stroke.pitch, 0.8, 0.8},
-                              {3790 * stroke.pitch, 0.45, 0.5},
-                              {5010 * stroke.pitch, 0.25, 0.3}},
+                              {3790 * stroke.pitch, 0.7, 0.6},
+                              {5010 * stroke.pitch, 0.5, 0.4}},
                              0.0006),
                stroke.gain);
   }
@@ -125,7 +117,7 @@ Audio bellBuoy(const Recording& recording) {
   for (const double at : synth::scattered(noise, 9, canvas.seconds(), 0.1)) {
     canvas.add(at, synth::bubble(rate, noise.between(500, 1300), 4), 0.25 * noise.between(0.5, 1));
   }
-  return synth::inRoom(canvas, 0.6, 0.05);
+  return synth::brightened(synth::inRoom(canvas, 0.6, 0.05), rate, 4, canvas.ends());
 }
 
 /// Children jump in one after the other, and squeal with delight.
@@ -142,8 +134,8 @@ Audio swimmers(const Recording& recording) {
   }
   const synth::Mouth child = synth::muzzle(1050, 2000, 3500, 4600, 1, -5, -11);
   const synth::Mouth wide = synth::muzzle(780, 2700, 3700, 4800, 2, -3, -9);
-  canvas.add(0.5, synth::laugh(noise, rate, {5, 1 / 5.8, 620, 500, child}), 0.5);
-  canvas.add(2.0, synth::laugh(noise, rate, {4, 1 / 6.4, 760, 640, wide}), 0.42);
+  canvas.add(0.5, synth::laugh(noise, rate, {5, 1 / 5.8, 620, 500, child}), 0.28);
+  canvas.add(2.0, synth::laugh(noise, rate, {4, 1 / 6.4, 760, 640, wide}), 0.24);
   synth::Cry whee{.seconds = 0.42, .hertz = synth::glide({{0, 680}, {0.25, 1180}, {0.42, 900}})};
   whee.loudness = Contour{{0, 0}, {0.06, 1}, {0.3, 0.8}, {0.42, 0}};
   whee.mouths = {{0, wide}};
@@ -156,6 +148,7 @@ Audio swimmers(const Recording& recording) {
 /// A steamer feels its way: two blasts, the second a fourth higher.
 Audio fogHorn(const Recording& recording) {
   Canvas canvas = recording.canvas();
+  Noise noise = recording.noise("steam");
   const double rate = canvas.rate();
   const auto blast = [&](double at, double seconds, double hertz) {
     const Contour pitch =
@@ -167,7 +160,13 @@ Audio fogHorn(const Recording& recording) {
                        synth::swell(0.12, 0.22, seconds)),
                    0.7);
     horn = synth::peaking(synth::highpass(horn, rate, 380), rate, 1850, 0.7, 22);
-    canvas.add(at, synth::steepLowpass(horn, rate, 2600));
+    canvas.add(at, synth::lowpass(synth::steepLowpass(horn, rate, 5200), rate, 3800));
+    // The valve lets steam out before the horn speaks, and shuts hard.
+    const Signal steam = synth::white(noise, synth::framesOf(rate, seconds));
+    canvas.add(at,
+               synth::shaped(synth::bandpass(steam, rate, 4300, 1), rate,
+                             Contour{{0, 0}, {0.02, 1}, {0.22, 0.25}, {seconds - 0.2, 0.15}, {seconds, 0}}),
+               7);
   };
   blast(0.05, 1.25, 147);
   blast(1.62, 1.05, 196);
@@ -181,8 +180,11 @@ Audio sonar(const Recording& recording) {
   for (int i = 0; i < 3; ++i) {
     const double hertz = i == 2 ? 1690 : 1400;
     const Signal ping = synth::harmonics(rate, 0.95, synth::glide({{0, 1.006 * hertz}, {0.4, hertz}}),
-                                         {1, 0.36}, synth::ringing(0.006, 1.0));
+                                         {1, 0.4, 0.3, 0.15}, synth::ringing(0.004, 1.0));
     canvas.add(0.05 + i * canvas.seconds() / 3, ping);
+    // The transducer snaps before it rings.
+    canvas.add(0.05 + i * canvas.seconds() / 3,
+               synth::strike(rate, 0.12, {{3 * hertz, 1, 0.1}, {4.2 * hertz, 0.5, 0.06}}, 0.0003), 0.35);
   }
   return synth::withEchoes(canvas, 0.27, -10, 3);
 }

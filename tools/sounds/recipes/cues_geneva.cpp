@@ -7,7 +7,7 @@
 #include "synth/instruments.h"
 #include "synth/metals.h"
 #include "synth/pipes.h"
-#include "synth/reeds.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -140,27 +140,22 @@ Audio musette(const Recording& recording) {
   Noise noise = recording.noise("bellows");
   const double rate = canvas.rate(), beat = canvas.seconds() / 12;
   // The middle reed beats with its neighbours at half of this.
-  constexpr double kBeating = 14;
+  constexpr double kBeating = 14;  // hertz
   constexpr double kLead = 0.06;
-  const auto squeeze = [&](double share, double bright) {
-    return [&noise, rate, share, bright](double hertz, double seconds) {
-      Signal sound = synth::reed(noise, rate,
-                                 {.seconds = share * seconds,
-                                  .hertz = hertz,
-                                  .beating = kBeating,
-                                  .bright = bright,
-                                  .attack = 0.02,
-                                  .release = 0.04});
-      synth::mixInto(sound, synth::reed(noise, rate,
-                                        {.seconds = share * seconds,
-                                         .hertz = hertz,
-                                         .bright = bright,
-                                         .attack = 0.02,
-                                         .release = 0.04}));
-      return sound;
+  synth::SampledInstrument accordion(rate, synth::Sampled::kAccordion);
+  const auto squeeze = [&](double share) {
+    return [&accordion, share](double hertz, double seconds) {
+      Signal sound;
+      for (const double off : {-kBeating / 2, 0.0, kBeating / 2}) {
+        Signal reed =
+            accordion.play({.hertz = hertz + off, .seconds = share * seconds, .ring = 0.1, .force = 1});
+        sound.resize(reed.size());
+        synth::mixInto(sound, reed);
+      }
+      return synth::withPeak(std::move(sound), 3);
     };
   };
-  synth::play(canvas, kMelody, 12, squeeze(0.92, 0.5), kLead);
+  synth::play(canvas, kMelody, 12, squeeze(0.88), kLead);
   struct Harmony {
     double bass, low, high;
   };
@@ -174,7 +169,7 @@ Audio musette(const Recording& recording) {
                                                            {3.0 * bar + 1, 0.4, chord.high},
                                                            {3.0 * bar + 2, 0.4, chord.low},
                                                            {3.0 * bar + 2, 0.4, chord.high}});
-    synth::play(below, bars, 12, squeeze(1, 0.35), kLead);
+    synth::play(below, bars, 12, squeeze(0.9), kLead);
     for (const double at : {1.0, 2.0}) {
       const Signal jingle = synth::shaken(noise, rate, synth::Shaker::kTambourine, 0.5, 0.25);
       canvas.add(kLead + (3 * bar + at) * beat,
@@ -245,8 +240,8 @@ Audio theremin(const Recording& recording) {
                                        {2.45, note(14)},
                                        {seconds, note(7)}});
   const Contour loudness{{0, 0}, {0.15, 0.8}, {0.75, 1}, {2.3, 0.9}, {seconds, 0}};
-  canvas.add(0.05, synth::harmonics(rate, seconds, synth::vibrato(melody, 6, 0.022), {1, 0.42, 0.22, 0.06},
-                                    loudness));
+  canvas.add(0.05, synth::harmonics(rate, seconds, synth::vibrato(melody, 6, 0.022),
+                                    {1, 0.45, 0.35, 0.22, 0.14, 0.08}, loudness));
   return synth::inRoom(canvas, 0.9, 0.12);
 }
 

@@ -5,7 +5,7 @@
 #include "groups.h"
 #include "levels.h"
 #include "synth/metals.h"
-#include "synth/reeds.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/strings.h"
 #include "synth/throat.h"
@@ -40,14 +40,20 @@ Audio banjoTwoStep(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("fingers");
   const double rate = canvas.rate(), step = canvas.seconds() / kSteps;
+  synth::SampledInstrument banjo(rate, synth::Sampled::kBanjo);
   for (std::size_t i = 0; i < kRoll.size(); ++i) {
     const double at = 0.03 + static_cast<double>(i) * step + 0.004 * noise.next();
-    canvas.add(at, synth::banjo(rate, synth::noteHertz(kRoll[i]), 0.42),
+    canvas.add(at,
+               synth::withPeak(banjo.play({.hertz = synth::noteHertz(kRoll[i]),
+                                           .seconds = 0.25,
+                                           .ring = 0.2,
+                                           .force = i % 2 == 0 ? 1 : 0.8}),
+                               1),
                (i % 2 == 0 ? 1 : 0.75) * noise.between(0.85, 1));
     if (i % 4 == 2) canvas.add(at - 0.05, scrape(noise, rate, 0.07), 1.3);
     if (i % 4 == 0) canvas.add(at, synth::burst(noise, rate, 1900, 1, 0.0006, 0.03), 0.5);
   }
-  return synth::inRoom(canvas, 0.25, 0.06);
+  return synth::brightened(synth::inRoom(canvas, 0.25, 0.06), rate, 4, canvas.ends());
 }
 
 /// Three beats and a leap: nine strides on hard ground.
@@ -70,7 +76,7 @@ Audio gallop(const Recording& recording) {
       canvas.add(at, synth::burst(noise, rate, 1600, 0.8, 0.002, 0.04), 0.3 * hoof.gain);
     }
   }
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), rate, 8, canvas.ends());
 }
 
 /// A whinny that shakes its way down, and a snort.
@@ -104,30 +110,29 @@ Audio whinny(const Recording& recording) {
   };
   Signal snort = synth::bandpass(air, rate, synth::glide({{0, 1900}, {0.6, 1100}}), 0.9);
   canvas.add(2.08, synth::shaped(std::move(snort), rate, flap), 2.2);
-  return synth::inRoom(canvas, 0.4, 0.06);
+  return synth::brightened(synth::inRoom(canvas, 0.4, 0.06), rate, 3, canvas.ends());
 }
 
 /// The mouth organ plays train: one long bend, one short.
 Audio trainWail(const Recording& recording) {
   Canvas canvas = recording.canvas();
-  Noise noise = recording.noise("breath");
+  synth::SampledInstrument harmonica(canvas.rate(), synth::Sampled::kHarmonica);
   const auto wail = [&](double at, double seconds, double bend) {
+    const Contour wave = [](double now) {
+      return 1 - 0.4 * (0.5 - 0.5 * std::cos(synth::kTwoPi * 6.3 * now));
+    };
     for (const double note : {-2.0, 2.0, 7.0, 10.0}) {
-      const double hertz = synth::noteHertz(note);
-      const Contour pitch = synth::glide(
-          {{0, bend * hertz}, {0.3 * seconds, hertz}, {0.7 * seconds, hertz}, {seconds, bend * hertz}});
-      canvas.add(at, synth::reed(noise, canvas.rate(),
-                                 {.seconds = seconds,
-                                  .hertz = pitch,
-                                  .bright = 0.8,
-                                  .attack = 0.06,
-                                  .release = 0.16,
-                                  .tremolo = 0.4,
-                                  .tremoloHertz = 6.3}));
+      const Signal reed = harmonica.play(
+          {.hertz = synth::noteHertz(note),
+           .seconds = seconds,
+           .ring = 0.15,
+           .force = 1,
+           .bend = Contour{{0, bend}, {0.3 * seconds, 0}, {0.7 * seconds, 0}, {seconds, bend}}});
+      canvas.add(at, synth::shaped(reed, canvas.rate(), wave));
     }
   };
-  wail(0.04, 0.78, 0.9);
-  wail(0.98, 0.6, 0.94);
+  wail(0.04, 0.78, -1.8);
+  wail(0.98, 0.6, -1.1);
   return synth::inRoom(canvas, 0.6, 0.1);
 }
 
@@ -137,20 +142,27 @@ Audio fiddleReel(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("bow");
   const double rate = canvas.rate(), step = canvas.seconds() / kReel.size();
+  synth::SampledInstrument violin(rate, synth::Sampled::kFiddle);
   for (std::size_t i = 0; i < kReel.size(); ++i) {
     const double hertz = synth::noteHertz(kReel[i] + 5);
     const double at = 0.03 + static_cast<double>(i) * step + 0.003 * noise.next();
+    canvas.add(
+        at,
+        synth::withPeak(violin.play({.hertz = hertz, .seconds = 0.78 * step, .ring = 0.03, .force = 1}), 1),
+        i % 4 == 0 ? 1 : 0.8);
+    // The bow grates where it turns.
     canvas.add(at,
                synth::fiddle(noise, rate,
                              {.seconds = 0.93 * step,
                               .hertz = synth::glide({{0, 0.985 * hertz}, {0.02, hertz}}),
                               .attack = 0.014,
                               .release = 0.022}),
-               i % 4 == 0 ? 1 : 0.8);
+               1.1);
     if (i % 8 == 0)
-      canvas.add(at, synth::fiddle(noise, rate, {.seconds = 1.6 * step, .hertz = synth::noteHertz(-7)}), 0.4);
+      canvas.add(at, synth::fiddle(noise, rate, {.seconds = 1.6 * step, .hertz = synth::noteHertz(-7)}),
+                 0.25);
   }
-  return synth::inRoom(canvas, 0.4, 0.08);
+  return synth::inRoom(canvas, 0.4, 0.06);
 }
 
 /// Dinner: the rod runs round the triangle, and somebody is pleased.
@@ -160,11 +172,11 @@ Audio dinnerTriangle(const Recording& recording) {
   const double rate = canvas.rate();
   constexpr int kStrokes = 22;
   for (int i = 0; i < kStrokes; ++i) {
-    const double pitch = i % 3 == 0 ? 1500 : (i % 3 == 1 ? 1535 : 1480);
+    const double pitch = i % 3 == 0 ? 1980 : (i % 3 == 1 ? 2026 : 1954);
     canvas.add(0.03 + i / 12.0, synth::strike(rate, 1.1, synth::triangle(pitch), 0.0002),
                noise.between(0.6, 0.9) * (i % 3 == 0 ? 1.1 : 0.85));
   }
-  canvas.add(0.03 + kStrokes / 12.0 + 0.06, synth::strike(rate, 1.4, synth::triangle(1500), 0.0002), 1);
+  canvas.add(0.03 + kStrokes / 12.0 + 0.06, synth::strike(rate, 1.4, synth::triangle(1980), 0.0002), 1);
   const synth::Mouth ee = synth::muzzle(420, 2250, 2900, 3700, 2, 0, -6);
   const synth::Mouth ah = synth::muzzle(860, 1350, 2600, 3600, 2, -2, -8);
   synth::Cry yeeHaw{
@@ -175,7 +187,7 @@ Audio dinnerTriangle(const Recording& recording) {
   yeeHaw.air = Contour{{0, 0.05}, {0.33, 0.1}, {0.4, 0.5}, {0.47, 0.06}, {0.92, 0.2}};
   yeeHaw.tremble = 0.012;
   yeeHaw.tilt = -4;
-  canvas.add(1.98, synth::cry(noise, rate, yeeHaw), 2.2);
+  canvas.add(1.98, synth::cry(noise, rate, yeeHaw), 1.5);
   return canvas.signal();
 }
 

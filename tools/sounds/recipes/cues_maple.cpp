@@ -6,7 +6,7 @@
 #include "levels.h"
 #include "synth/metals.h"
 #include "synth/pipes.h"
-#include "synth/reeds.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -67,8 +67,8 @@ Audio cuckoo(const Recording& recording) {
     const synth::Pipe pipe{
         .seconds = 0.3,
         .hertz = synth::glide({{0, 0.97 * call.hertz}, {0.03, call.hertz}, {0.3, 0.99 * call.hertz}}),
-        .partials = {1, 0.45, 0.75, 0.2, 0.16, 0.05},
-        .chiff = 0.5,
+        .partials = {1, 0.5, 0.8, 0.35, 0.35, 0.2, 0.14},
+        .chiff = 0.6,
         .breath = 0.05,
         .attack = 0.022,
         .release = 0.09};
@@ -76,7 +76,7 @@ Audio cuckoo(const Recording& recording) {
     canvas.add(at, synth::pipe(noise, canvas.rate(), pipe));
     canvas.add(at + 0.3, synth::strike(canvas.rate(), 0.1, synth::woodBlock(1150), 0.001), 0.35);
   }
-  return synth::inRoom(canvas, 0.35, 0.12);
+  return synth::brightened(synth::inRoom(canvas, 0.35, 0.12), canvas.rate(), 3, canvas.ends());
 }
 
 Signal quack(Noise& noise, double rate, double hertz, double seconds) {
@@ -116,8 +116,8 @@ Audio grapes(const Recording& recording) {
   }
   const synth::Mouth hah = synth::muzzle(900, 1650, 2950, 3900, 0, -6, -12);
   const synth::Mouth heh = synth::muzzle(620, 2250, 3100, 4100, 2, -4, -10);
-  canvas.add(1.25 * step, synth::laugh(noise, rate, {6, 1 / 6.2, 540, 420, hah}), 0.55);
-  canvas.add(3.9 * step, synth::laugh(noise, rate, {3, 1 / 6.8, 500, 590, heh}), 0.5);
+  canvas.add(1.25 * step, synth::laugh(noise, rate, {6, 1 / 6.2, 540, 420, hah}), 0.75);
+  canvas.add(3.6 * step, synth::laugh(noise, rate, {3, 1 / 6.8, 500, 590, heh}), 0.7);
   return synth::inRoom(canvas, 0.3, 0.08);
 }
 
@@ -132,6 +132,12 @@ Audio jawHarp(const Recording& recording) {
     Signal sound = synth::bandpass(tongue, rate, mouth, 9);
     synth::mixInto(sound, synth::bandpass(tongue, rate, upper, 9), 0.8);
     synth::mixInto(sound, synth::highpass(tongue, rate, 300), 0.12);
+    // The finger plucks steel: it rings high before the mouth takes it.
+    synth::mixInto(sound,
+                   synth::shaped(synth::highpass(tongue, rate, 2800), rate, synth::ringing(0.001, 0.5)), 0.5);
+    synth::mixInto(sound,
+                   synth::strike(rate, 0.15, {{3350, 1, 0.12}, {4480, 0.8, 0.1}, {5900, 0.5, 0.06}}, 0.0002),
+                   0.08);
     synth::fadeOut(sound, synth::framesOf(rate, 0.05));
     return sound;
   };
@@ -140,34 +146,27 @@ Audio jawHarp(const Recording& recording) {
   return canvas.signal();
 }
 
-/// A walk up, a hop and a turn home, a third below in the same breath.
+/// Two bars of a waltz: a walk up, a hop and a turn home, a third below in the same breath.
 Audio song(const Recording& recording) {
   constexpr std::array kMelody = std::to_array<synth::Written>({{0, 1, 3},
                                                                 {1, 0.5, 7},
-                                                                {1.5, 1, 10, 1.1},
-                                                                {2.5, 0.5, 8},
+                                                                {1.5, 0.5, 8},
+                                                                {2, 1, 10, 1.1},
                                                                 {3, 1, 12},
                                                                 {4, 0.5, 10},
                                                                 {4.5, 0.5, 5},
-                                                                {5, 1.35, 7}});
-  constexpr std::array kBelow{-2.0, 3.0, 7.0, 5.0, 8.0, 7.0, 2.0, 3.0};
+                                                                {5, 1, 7}});
+  constexpr std::array kBelow{-2.0, 3.0, 5.0, 7.0, 8.0, 7.0, 2.0, 3.0};
+  constexpr double kBeats = 6, kLead = 0.045;
   Canvas canvas = recording.canvas();
-  Noise noise = recording.noise("air");
+  synth::SampledInstrument harmonica(canvas.rate(), synth::Sampled::kHarmonica);
   const auto blow = [&](double hertz, double seconds) {
-    const double held = 0.93 * seconds;
-    return synth::reed(noise, canvas.rate(),
-                       {.seconds = held,
-                        .hertz = synth::glide({{0, 0.975 * hertz}, {0.05, hertz}}),
-                        .bright = 0.75,
-                        .attack = 0.02,
-                        .release = 0.04,
-                        .tremolo = 0.35,
-                        .tremoloHertz = 5});
+    return harmonica.play({.hertz = hertz, .seconds = 0.9 * seconds, .ring = 0.12, .force = 1});
   };
   std::array below = kMelody;
   for (std::size_t i = 0; i < below.size(); ++i) below[i].note = kBelow[i], below[i].loud = 0.55;
-  synth::play(canvas, kMelody, 6.5, blow);
-  synth::play(canvas, below, 6.5, blow);
+  synth::play(canvas, kMelody, kBeats, blow, kLead);
+  synth::play(canvas, below, kBeats, blow, kLead);
   return synth::inRoom(canvas, 0.4, 0.1);
 }
 

@@ -7,6 +7,7 @@
 #include "levels.h"
 #include "synth/metals.h"
 #include "synth/pipes.h"
+#include "synth/sampled.h"
 #include "synth/space.h"
 #include "synth/throat.h"
 #include "synth/tones.h"
@@ -72,7 +73,7 @@ Audio handSiren(const Recording& recording) {
                    synth::saw(
                        rate, seconds, [&pitch](double now) { return 1.5 * pitch(now); }, loudness),
                    0.35);
-    canvas.add(at, synth::steepLowpass(synth::peaking(rotor, rate, 1700, 0.8, 8), rate, 3000));
+    canvas.add(at, synth::lowpass(synth::peaking(rotor, rate, 2100, 0.8, 9), rate, 4800));
   };
   turn(0.03, 2.25, 1080);
   turn(0.03 + canvas.seconds() / 2, 2.2, 980);
@@ -147,7 +148,7 @@ Audio crossingBell(const Recording& recording) {
     canvas.add(0.04 + i * canvas.seconds() / kStrokes,
                synth::strike(canvas.rate(), 0.2, synth::steelPlate(1400)), 0.25);
   }
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), canvas.rate(), 5, canvas.ends());
 }
 
 /// Tick, tock, and it strikes one.
@@ -174,7 +175,7 @@ Audio grandfatherClock(const Recording& recording) {
                             {3560, 0.6, 0.7}},
                            0.0012),
              0.20);
-  return synth::inRoom(canvas, 0.8, 0.06);
+  return synth::brightened(synth::inRoom(canvas, 0.8, 0.06), rate, 3, canvas.ends());
 }
 
 /// Ring-ring: a clapper between two gongs, twenty strokes a second.
@@ -191,7 +192,7 @@ Audio telephone(const Recording& recording) {
       canvas.add(start + i / 20.0, synth::burst(noise, canvas.rate(), 3300, 1, 0.0005, 0.015), 0.35);
     }
   }
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), canvas.rate(), 6, canvas.ends());
 }
 
 /// A lullaby on the comb of a music box, its spring nearly run down.
@@ -212,7 +213,7 @@ Audio musicBox(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("pins");
   const auto tooth = [&](double hertz, double) {
-    Signal sound = synth::strike(canvas.rate(), 1.6, synth::combTooth(hertz), 0.0005);
+    Signal sound = synth::strike(canvas.rate(), 1.6, synth::combTooth(hertz), 0.0003);
     // The pin lets go of the tooth.
     synth::mixInto(sound, synth::burst(noise, canvas.rate(), 4800, 1.5, 0.0005, 0.012), 0.25);
     return synth::scale(sound, noise.between(0.85, 1));
@@ -221,7 +222,7 @@ Audio musicBox(const Recording& recording) {
   Canvas below = recording.canvas();
   synth::play(below, kBelow, 12, tooth);
   canvas.add(below.signal(), 0.45);
-  return synth::inRoom(canvas, 0.5, 0.05);
+  return synth::brightened(synth::inRoom(canvas, 0.5, 0.05), canvas.rate(), 6, canvas.ends());
 }
 
 /// Ka-ching: a key, the bell, the drawer, and coins on the counter.
@@ -292,31 +293,37 @@ Audio barber(const Recording& recording) {
   return all.signal();
 }
 
-/// The ball comes down the lane, and all ten fall.
+/// All ten fall, and the next ball comes down the lane.
 Audio bowling(const Recording& recording) {
   Canvas canvas = recording.canvas();
   Noise noise = recording.noise("lane");
   const double rate = canvas.rate();
-  constexpr double kRoll = 1.95;
-  canvas.add(0.04, synth::thump(rate, 130, 70, 0.18), 0.8);
-  canvas.add(0.04, synth::strike(rate, 0.15, synth::woodBlock(620), 0.001), 0.6);
-  const Signal air = synth::white(noise, synth::framesOf(rate, kRoll));
-  const Contour nearer{{0, 0.3}, {0.2, 0.4}, {kRoll - 0.02, 1}, {kRoll, 0}};
-  const Contour turning = [](double now) {
-    return 0.75 + 0.25 * std::sin(synth::kTwoPi * (4.2 * now + 0.45 * now * now));
-  };
-  Signal roll = synth::bandpass(air, rate, synth::glide({{0, 260}, {kRoll, 480}}), 1.2);
-  synth::mixInto(roll, synth::bandpass(air, rate, synth::glide({{0, 1000}, {kRoll, 2100}}), 2.5), 0.8);
-  canvas.add(0.08, synth::shaped(synth::shaped(std::move(roll), rate, nearer), rate, turning), 0.55);
+  constexpr double kThrown = 1.0, kRoll = 1.9;
   constexpr int kPins = 10;
   for (int i = 0; i < kPins; ++i) {
-    const double at = 0.08 + kRoll + (i == 0 ? 0 : 0.012 + 0.75 * std::pow(noise.between(0, 1), 1.6));
+    const double at = 0.03 + (i == 0 ? 0 : 0.012 + 0.75 * std::pow(noise.between(0, 1), 1.6));
     const double gain = i == 0 ? 1 : noise.between(0.5, 0.95);
     canvas.add(at,
                synth::strike(rate, 0.25, synth::retuned(synth::woodBlock(noise.between(1050, 1600)), 1, 2.4),
                              0.0003),
                gain);
-    canvas.add(at, synth::burst(noise, rate, 2600, 0.7, 0.0005, 0.12), 1.9 * gain);
+    canvas.add(at, synth::burst(noise, rate, 3000, 0.7, 0.0005, 0.12), 1.9 * gain);
+  }
+  canvas.add(kThrown, synth::thump(rate, 130, 70, 0.18), 0.8);
+  canvas.add(kThrown, synth::strike(rate, 0.15, synth::woodBlock(620), 0.001), 0.6);
+  const Signal air = synth::white(noise, synth::framesOf(rate, kRoll));
+  const Contour nearer{{0, 0.25}, {0.2, 0.35}, {kRoll - 0.02, 1}, {kRoll, 0}};
+  const auto turns = [](double now) { return 4.2 * now + 0.45 * now * now; };
+  const Contour turning = [&turns](double now) { return 0.75 + 0.25 * std::sin(synth::kTwoPi * turns(now)); };
+  Signal roll = synth::bandpass(air, rate, synth::glide({{0, 260}, {kRoll, 480}}), 1.2);
+  synth::mixInto(roll, synth::bandpass(air, rate, synth::glide({{0, 1000}, {kRoll, 2100}}), 2.5), 0.8);
+  canvas.add(kThrown + 0.04, synth::shaped(synth::shaped(std::move(roll), rate, nearer), rate, turning), 0.4);
+  // The finger holes click on the boards, once a turn.
+  for (double now = 0, turn = 0; now < kRoll; now += 0.005) {
+    if (turns(now) < turn) continue;
+    ++turn;
+    canvas.add(kThrown + 0.04 + now, synth::strike(rate, 0.08, synth::woodBlock(1900), 0.0003),
+               0.5 * nearer(now));
   }
   return synth::inRoom(canvas, 0.55, 0.1);
 }
@@ -349,6 +356,7 @@ Audio policeWhistle(const Recording& recording) {
 
 Audio doorBell(const Recording& recording) {
   Canvas canvas = recording.canvas();
+  synth::SampledInstrument chimes(canvas.rate(), synth::Sampled::kTubularBells);
   const auto bar = [&](double at, double hertz) {
     const std::vector<synth::Mode> tube{{hertz, 1, 0.9},
                                         {2 * hertz, 0.35, 0.5},
@@ -357,10 +365,11 @@ Audio doorBell(const Recording& recording) {
                                         {5.4 * hertz, 0.5, 0.2}};
     canvas.add(at, synth::strike(canvas.rate(), 0.9, tube, 0.0006));
     canvas.add(at, synth::strike(canvas.rate(), 0.08, synth::woodBlock(1400)), 0.4);
+    canvas.add(at, chimes.play({.hertz = hertz, .seconds = 0.7, .ring = 0.2, .force = 1}), 3);
   };
   bar(0.03, 659);
   bar(0.03 + 0.46 * canvas.seconds(), 523);
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), canvas.rate(), 9, canvas.ends());
 }
 
 /// Three barks, the last one a little indignant.

@@ -25,6 +25,7 @@ Signal croak(double rate, double seconds, double size, double rise) {
   Signal sound = synth::bandpass(rattle, rate, gliding(1320 * size), 7);
   synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(2550 * size), 9), 2.2);
   synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(640 * size), 4), 0.1);
+  synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(4300 * size), 7), 1.3);
   synth::fadeOut(sound, synth::framesOf(rate, 0.012));
   return sound;
 }
@@ -39,7 +40,7 @@ Audio frogs(const Recording& recording) {
   };
   ribbit(0.03, 0.94, 1);
   ribbit(0.03 + 0.5 * canvas.seconds(), 1.16, 0.9);
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), rate, 14, canvas.ends());
 }
 
 /// The smith's stroke and the hammer's own bounce.
@@ -128,7 +129,7 @@ Audio slideWhistle(const Recording& recording) {
   const Contour pitch = synth::glide({{0, 700}, {0.08, 720}, {0.85, 2500}, {kSlide, 2750}});
   const synth::Pipe whistle{.seconds = kSlide,
                             .hertz = pitch,
-                            .partials = {1, 0.16, 0.08},
+                            .partials = {1, 0.22, 0.14, 0.06},
                             .chiff = 0.4,
                             .breath = 0.06,
                             .attack = 0.03,
@@ -150,14 +151,14 @@ Audio rubberDuck(const Recording& recording) {
       return pitch(now) * (1 + 0.05 * std::sin(synth::kTwoPi * 68 * now));
     };
     const Contour loudness{{0, 0}, {0.012, 1}, {0.7 * seconds, 0.8}, {seconds, 0}};
-    Signal sound = synth::harmonics(rate, seconds, jerky, {1, 0.7, 0.25, 0.1}, loudness);
+    Signal sound = synth::harmonics(rate, seconds, jerky, {0.8, 1, 0.5, 0.25, 0.12}, loudness);
     const Signal air = synth::white(noise, static_cast<int>(sound.size()));
     synth::mixInto(sound, synth::shaped(synth::bandpass(air, rate, 3800, 1), rate, loudness), 0.15);
     return sound;
   };
-  canvas.add(0.03, squeak(0.2, synth::glide({{0, 1750}, {0.05, 2600}, {0.2, 2250}})));
+  canvas.add(0.03, squeak(0.2, synth::glide({{0, 1310}, {0.05, 1950}, {0.2, 1690}})));
   canvas.add(0.03 + 0.5 * canvas.seconds(),
-             squeak(0.16, synth::glide({{0, 2000}, {0.06, 1850}, {0.16, 2350}})), 0.7);
+             squeak(0.16, synth::glide({{0, 1500}, {0.06, 1390}, {0.16, 1760}})), 0.7);
   return canvas.signal();
 }
 
@@ -209,7 +210,7 @@ Audio cow(const Recording& recording) {
   canvas.add(0.05, synth::strike(rate, 0.4, synth::cowBell(1075)), 0.3);
   canvas.add(0.44, synth::strike(rate, 0.4, synth::cowBell(1060)), 0.16);
   canvas.add(0.9, synth::strike(rate, 0.4, synth::cowBell(1075)), 0.24);
-  return canvas.signal();
+  return synth::brightened(canvas.signal(), rate, 2, canvas.ends());
 }
 
 constexpr std::array kRecipes{

@@ -72,4 +72,10 @@ Signal peaking(const Signal& signal, double rate, double hertz, double quality, 
   return result;
 }
 
+Signal brightened(const Signal& signal, double rate, double decibels, Ends ends) {
+  Signal sound = signal;
+  mixInto(sound, highpass(signal, rate, 1800, 0.5, ends), gainOf(decibels) - 1);
+  return sound;
+}
+
 }  // namespace vorn::synth

@@ -46,4 +46,7 @@ Signal steepHighpass(const Signal& signal, double rate, double hertz, Ends ends 
 Signal peaking(const Signal& signal, double rate, double hertz, double quality, double decibels,
                Ends ends = Ends::kOpen);
 
+/// All above about 1.8 kHz raised by `decibels`: what carries over engines and tells a side at once.
+Signal brightened(const Signal& signal, double rate, double decibels, Ends ends = Ends::kOpen);
+
 }  // namespace vorn::synth

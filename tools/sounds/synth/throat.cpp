@@ -9,27 +9,36 @@
 namespace vorn::synth {
 namespace {
 
+constexpr double kAboveFormants = 0.16;
 constexpr double kHighestPartial = 10000;  // hertz; above lies nothing a throat makes
 
-/// The pitch with a random stray of its own in each period.
-class StrayingPitch {
+/// No period of a living throat is like the one before: each is a little too long or too
+/// short and too loud or too soft, and a throat that growls makes pairs of them.
+class Periods {
  public:
-  StrayingPitch(Noise& noise, double share) : noise_(noise), share_(share) {}
+  Periods(Noise& noise, double tremble) : noise_(noise), tremble_(tremble) {}
 
-  /// The share to add at `phase` (in periods, growing).
-  double at(double phase) {
+  struct Period {
+    double pitch, loudness;  ///< shares of what is asked for
+  };
+  /// The one at `phase` (in periods, growing), with the growl of that moment.
+  Period at(double phase, double growl) {
     while (phase >= end_) {
-      from_ = to_;
-      to_ = share_ * noise_.next();
+      constexpr double kShimmer = 4, kPairing = 0.07;
+      isSecond_ = !isSecond_;
+      now_.pitch = 1 + tremble_ * noise_.next() + (isSecond_ ? kPairing : -kPairing) * growl;
+      now_.loudness =
+          (1 + std::min(0.3, kShimmer * tremble_) * noise_.next()) * (isSecond_ ? 1 - 0.8 * growl : 1);
       end_ += 1;
     }
-    return from_ + (to_ - from_) * (1 - (end_ - phase));
+    return now_;
   }
 
  private:
   Noise& noise_;
-  double share_;
-  double from_ = 0, to_ = 0, end_ = 0;
+  double tremble_, end_ = 0;
+  bool isSecond_ = true;
+  Period now_{1, 1};
 };
 
 double partialSum(double phase, double step, const std::vector<double>& partials, double highest) {
@@ -47,18 +56,20 @@ double partialSum(double phase, double step, const std::vector<double>& partials
 Signal throatOf(Noise& noise, double rate, const Cry& cry) {
   Signal source(static_cast<std::size_t>(framesOf(rate, cry.seconds)));
   const std::vector<double> partials = falling(160, cry.tilt);
-  StrayingPitch stray(noise, cry.tremble);
+  Periods periods(noise, cry.tremble);
   const double highest = std::min(0.45, kHighestPartial / rate);
   double phase = 0;
   for (std::size_t i = 0; i < source.size(); ++i) {
     const double now = static_cast<double>(i) / rate;
-    const double step = cry.hertz(now) * (1 + stray.at(phase)) / rate;
-    const double everySecond = 1 - cry.growl(now) * (0.5 - 0.5 * std::cos(kPi * phase));
+    const Periods::Period period = periods.at(phase, cry.growl(now));
+    const double step = cry.hertz(now) * period.pitch / rate;
     const double air = cry.air(now);
     // Air rushes while the throat is open, that is with the pulses.
-    const double rush = noise.next() * (0.6 + 0.4 * std::cos(kTwoPi * phase));
-    source[i] = everySecond * ((1 - air) * partialSum(phase - std::floor(phase), step, partials, highest) +
-                               1.5 * air * rush);
+    const double open = 0.5 + 0.5 * std::cos(kTwoPi * phase);
+    const double rush = noise.next() * (0.15 + 1.25 * open * open);
+    source[i] =
+        period.loudness *
+        ((1 - air) * partialSum(phase - std::floor(phase), step, partials, highest) + 1.5 * air * rush);
     phase += step;
   }
   return source;
@@ -87,6 +98,8 @@ Signal cry(Noise& noise, double rate, const Cry& cry) {
         along(cry.mouths, [k, sign](const Mouth& mouth) { return sign * gainOf(mouth[k].decibels); });
     mixInto(voice, shaped(bandpass(source, rate, hertz, quality), rate, gain));
   }
+  // Above the formants a throat does not fall silent.
+  mixInto(voice, bandpass(source, rate, 6300, 1.3), kAboveFormants);
   voice = shaped(std::move(voice), rate, cry.loudness);
   fadeIn(voice, framesOf(rate, 0.002));
   fadeOut(voice, framesOf(rate, 0.008));

@@ -23,8 +23,8 @@ struct Cry {
   Contour loudness = 1.0;
   std::vector<MouthAt> mouths{{0, kAh}};  ///< in order of time; it glides from one to the next
   Contour air = 0.02;                     ///< share of noise in the throat, 0..1
-  Contour growl = 0.0;                    ///< how much weaker every second pulse is, 0..1
-  double tremble = 0.01;                  ///< random share by which the pitch strays
+  Contour growl = 0.0;                    ///< how far every second pulse is from its neighbours, 0..1
+  double tremble = 0.01;                  ///< random share by which each period strays
   double tilt = -9;                       ///< the throat's fall in dB an octave
 };
 
