@@ -112,7 +112,7 @@ std::vector<WallsHeard> listenToWalls(const std::vector<TraceLine>& trace, const
   const std::int64_t start = ticks.front().ms, end = ticks.back().ms;
   const auto alone = [&](const char* buffer) {
     const BufferCourse course = asLoudAsRecorded(coursesOf(trace, buffer, end).back());
-    return playedAlone(course, readWav(course.file, files.read(course.file)), start, end);
+    return playedAlone(course, readWav(course.file, files.readSound(course.file)), start, end);
   };
   const Signal left = alone("wallLeftBuffer"), right = alone("wallRightBuffer");
   const Signal leftEar = mix.heard(Ear::kLeft, start, end), rightEar = mix.heard(Ear::kRight, start, end);
@@ -169,7 +169,7 @@ TestDrive driveLap(int track, const std::string& folder, RenderSink* recording) 
   const auto courses = coursesOf(trace.lines(), "warnBuffer", end);
   if (courses.size() != drive.track->segments.size()) throw std::runtime_error("not every segment has a cue");
   for (std::size_t i = 0; i < courses.size(); ++i) {
-    const Recording cue = readWav(courses[i].file, files.read(courses[i].file));
+    const Recording cue = readWav(courses[i].file, files.readSound(courses[i].file));
     drive.cues.push_back(listenTo(courses[i], cue, mix, sideOf(drive.track->segments[i])));
   }
   return drive;
