@@ -10,17 +10,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<std::string> commandLine(const fs::path& folder, const std::vector<std::string>& options) {
+std::vector<std::string> commandLine(const fs::path& folder, const std::vector<std::string>& options,
+                                     const std::string& speech) {
   std::vector<std::string> words = {VORN_PROGRAM, "--captions", "--speech",
-                                    "espeak",     "--folder",   folder.string()};
+                                    speech,       "--folder",   folder.string()};
   words.insert(words.end(), options.begin(), options.end());
   return words;
 }
 
 }  // namespace
 
-Player::Player(const fs::path& folder, const std::vector<std::string>& options)
-    : game_(commandLine(folder, options)) {}
+Player::Player(const fs::path& folder, const std::vector<std::string>& options, const std::string& speech)
+    : game_(commandLine(folder, options, speech)) {}
 
 std::string Player::waitFor(const std::string& part, int seconds) {
   std::string heardMeanwhile;

@@ -16,7 +16,8 @@ namespace vorn {
 class Player {
  public:
   /// Starts the program in `folder`, with further options. It is killed when the player goes before its end.
-  explicit Player(const std::filesystem::path& folder, const std::vector<std::string>& options = {});
+  explicit Player(const std::filesystem::path& folder, const std::vector<std::string>& options = {},
+                  const std::string& speech = "espeak");
 
   /// The next text that contains `part`; throws where it does not come in time.
   std::string waitFor(const std::string& part, int seconds = 20);

@@ -21,12 +21,13 @@ DefaultLanguage "en-US"
 DefaultModule "espeak-ng"
 AddModule "espeak-ng" "sd_espeak-ng" ""
 CONF
-  # Daemons of its kind end by themselves after a while without players; not this one.
-  env "$@" speech-dispatcher --run-single --timeout 0 --config-dir "$folder/conf" \
-    >>"$folder/daemon.log" 2>&1 &
+  rm -f "$folder/speechd.sock"  # of one that was killed
+  env "$@" speech-dispatcher --run-single --timeout 0 --config-dir "$folder/conf" >>"$folder/daemon.log" 2>&1 &
   echo $! >"$folder/daemon.pid"
+  # Its own clients would start another daemon instead of waiting for this one.
   for (( i = 0; i < 200; ++i )); do
-    spd-say --list-output-modules >/dev/null 2>&1 && return
+    python3 -c 'import socket, sys; socket.socket(socket.AF_UNIX).connect(sys.argv[1])' "$folder/speechd.sock" \
+      2>/dev/null && return
     sleep 0.05
   done
   echo 'Speech Dispatcher did not come up' >&2

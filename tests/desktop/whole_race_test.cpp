@@ -6,79 +6,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <optional>
-#include <sstream>
-#include <stdexcept>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "desktop/driver.h"
 #include "desktop/player.h"
-#include "support/program.h"
+#include "desktop/recording.h"
 #include "support/temporary_folder.h"
 
 namespace vorn {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr double kFramesPerSecond = 48000;
-constexpr int kBytesPerFrame = 4;
-constexpr double kBeforeCaption = 0.3;  // seconds of silence to begin with, for the recogniser
-
-std::vector<std::string> words(const std::string& command) {
-  std::istringstream in(command);
-  return {std::istream_iterator<std::string>(in), {}};
-}
-
-/// What the sound device has played so far.
-class Recording {
- public:
-  Recording() : file_(std::getenv("VORN_RECORDING")) {}
-
-  /// Seconds recorded by now.
-  double now() const { return static_cast<double>(fs::file_size(file_)) / kBytesPerFrame / kFramesPerSecond; }
-
-  /// Root mean square of both channels together, 0 .. 1.
-  double level(double from, double seconds) const {
-    std::ifstream in(file_, std::ios::binary);
-    in.seekg(static_cast<std::streamoff>(from * kFramesPerSecond) * kBytesPerFrame);
-    std::vector<std::int16_t> samples(static_cast<std::size_t>(seconds * kFramesPerSecond) * 2);
-    in.read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(samples.size() * 2));
-    double sum = 0;
-    for (const std::int16_t sample : samples) sum += sample / 32768.0 * (sample / 32768.0);
-    return std::sqrt(sum / static_cast<double>(samples.size()));
-  }
-
-  /// Which of `sentences` a speech recogniser hears.
-  std::string recognise(double from, double seconds, const std::string& sentences,
-                        const TemporaryFolder& folder) const {
-    const std::string wav = folder.path() / "said.wav";
-    const std::string grammar = folder.path() / "said.jsgf";
-    folder.write("said.jsgf", "#JSGF V1.0;\ngrammar said;\npublic <said> = " + sentences + ";\n");
-    const Finished cut = runProgram(words("sox -t raw -r 48000 -c 2 -e signed -b 16 " + file_ +
-                                          " -r 16000 -c 1 " + wav + " trim " + std::to_string(from) + " " +
-                                          std::to_string(seconds) + " norm -6 pad 0.3 0.4"));
-    if (cut.exitStatus != 0) return cut.errors;
-    const Finished heard = runProgram(words("pocketsphinx_continuous -infile " + wav + " -jsgf " + grammar +
-                                            " -beam 1e-80 -wbeam 1e-60 -pbeam 1e-80 -logfn /dev/null"));
-    return heard.output;
-  }
-
- private:
-  std::string file_;
-};
 
 TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   const TemporaryFolder folder;
@@ -91,7 +30,7 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   player.waitFor(" Select. Exit Game. ");
   player.answer("Up");
   EXPECT_EQ(player.waitFor("Game."), " Start Game. ");
-  const double menu = recording.now() - kBeforeCaption;
+  const double menu = recording.now() - Recording::kBeforeCaption;
   player.rest(2500);
   EXPECT_THAT(recording.recognise(menu, 2.5, "start game | exit game | stop game | change voice", folder),
               StartsWith("start game"));
@@ -107,7 +46,7 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   player.answer("Enter");
 
   player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
-  const double call = recording.now() - kBeforeCaption;
+  const double call = recording.now() - Recording::kBeforeCaption;
   player.rest(4500);
   EXPECT_THAT(recording.recognise(
                   call, 3.4,

@@ -1,0 +1,78 @@
+#include "desktop/recording.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include "support/program.h"
+
+namespace vorn {
+namespace {
+
+constexpr double kFramesPerSecond = 48000;
+constexpr int kBytesPerFrame = 4;
+
+std::vector<std::string> words(const std::string& command) {
+  std::istringstream in(command);
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+/// Both channels of the recording `file`, in turn.
+std::vector<std::int16_t> samplesOf(const std::string& file, double from, double seconds) {
+  std::ifstream in(file, std::ios::binary);
+  in.seekg(static_cast<std::streamoff>(from * kFramesPerSecond) * kBytesPerFrame);
+  std::vector<std::int16_t> samples(static_cast<std::size_t>(seconds * kFramesPerSecond) * 2);
+  in.read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(samples.size() * 2));
+  samples.resize(static_cast<std::size_t>(in.gcount()) / 2);
+  return samples;
+}
+
+}  // namespace
+
+Recording::Recording() {
+  const char* const file = std::getenv("VORN_RECORDING");
+  if (!file) throw std::runtime_error("nobody records");
+  file_ = file;
+}
+
+double Recording::now() const {
+  return static_cast<double>(std::filesystem::file_size(file_)) / kBytesPerFrame / kFramesPerSecond;
+}
+
+double Recording::level(double from, double seconds) const {
+  const auto samples = samplesOf(file_, from, seconds);
+  double sum = 0;
+  for (const std::int16_t sample : samples) sum += sample / 32768.0 * (sample / 32768.0);
+  return std::sqrt(sum / static_cast<double>(samples.size()));
+}
+
+double Recording::millisecondsToSound(double from) const {
+  constexpr int kHeard = 100;  // of 32768
+  const auto samples = samplesOf(file_, from, now() - from);
+  const auto sound = std::find_if(samples.begin(), samples.end(),
+                                  [](std::int16_t sample) { return std::abs(sample) >= kHeard; });
+  return static_cast<double>(sound - samples.begin()) / 2 / kFramesPerSecond * 1000;
+}
+
+std::string Recording::recognise(double from, double seconds, const std::string& sentences,
+                                 const TemporaryFolder& folder) const {
+  const std::string wav = folder.path() / "said.wav";
+  const std::string grammar = folder.path() / "said.jsgf";
+  folder.write("said.jsgf", "#JSGF V1.0;\ngrammar said;\npublic <said> = " + sentences + ";\n");
+  const Finished cut = runProgram(words("sox -t raw -r 48000 -c 2 -e signed -b 16 " + file_ +
+                                        " -r 16000 -c 1 " + wav + " trim " + std::to_string(from) + " " +
+                                        std::to_string(seconds) + " norm -6 pad 0.3 0.4"));
+  if (cut.exitStatus != 0) return cut.errors;
+  const Finished heard = runProgram(words("pocketsphinx_continuous -infile " + wav + " -jsgf " + grammar +
+                                          " -beam 1e-80 -wbeam 1e-60 -pbeam 1e-80 -logfn /dev/null"));
+  return heard.output;
+}
+
+}  // namespace vorn

@@ -1,0 +1,318 @@
+// The player's own voice through a real Speech Dispatcher, and what becomes of the
+// game when that does not speak. Runs within with_desktop.sh --record.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "desktop/player.h"
+#include "desktop/recording.h"
+#include "platform/desktop/desktop_platform.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr const char* kNotice = " Speech Dispatcher does not answer. The game's own voice speaks instead. ";
+constexpr const char* kLongText = " The quick brown fox jumps over the lazy dog, and then it does so again. ";
+
+/// See speech_dispatcher.sh.
+void speechDispatcher(const std::string& happening) {
+  ASSERT_EQ(std::system((VORN_SPEECH_DISPATCHER " " + happening).c_str()), 0) << happening;
+}
+
+/// The platform on a desktop whose Speech Dispatcher runs.
+class OwnVoice : public testing::Test {
+ protected:
+  ~OwnVoice() override {
+    voice.reset();
+    platform.reset();
+    std::system(VORN_SPEECH_DISPATCHER " thaw; " VORN_SPEECH_DISPATCHER " kill");
+  }
+  void open(const std::string& daemon = "start") {
+    speechDispatcher(daemon);
+    DesktopOptions options;
+    options.folder = folder.path();
+    options.captions = &captions;
+    platform = makeDesktopPlatform(options);
+    voice = platform->createVoice();
+    names = voice->GetVoices();
+    ASSERT_EQ(names.front(), "Speech Dispatcher's default voice");
+  }
+  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 60s) {
+    const auto end = steady_clock::now() + limit;
+    while (!condition()) {
+      if (steady_clock::now() > end) return false;
+      platform->yield(1);
+    }
+    return true;
+  }
+  void yieldFor(std::chrono::milliseconds time) {
+    yieldUntil([] { return false; }, time);
+  }
+  bool isSpeaking() { return voice->RunningState() == Voice::kSpeaking; }
+  bool isIdleAgain() {
+    return yieldUntil([this] { return !isSpeaking(); });
+  }
+  bool isHeardAfter(double second) {
+    return yieldUntil([&] {
+      return recording.now() > second &&
+             recording.millisecondsToSound(second) < 1000 * (recording.now() - second);
+    });
+  }
+  /// Seconds that it takes to say `text`.
+  double secondsFor(const std::string& text) {
+    const auto start = steady_clock::now();
+    voice->Speak(text, speak_flags::kSynchronous);
+    return std::chrono::duration<double>(steady_clock::now() - start).count();
+  }
+  /// It goes on with the other voice, and says so once.
+  void expectTheOtherVoice() {
+    EXPECT_TRUE(yieldUntil([this] { return captions.str().find(kNotice) != std::string::npos; }));
+    EXPECT_TRUE(isHeardAfter(recording.now()));
+    EXPECT_TRUE(isIdleAgain());
+    voice->Speak(" Start Game. ", speak_flags::kQueue);
+    EXPECT_TRUE(isSpeaking());
+    EXPECT_TRUE(isHeardAfter(recording.now()));
+    EXPECT_TRUE(isIdleAgain());
+    EXPECT_EQ(captions.str().find(kNotice), captions.str().rfind(kNotice));
+    EXPECT_EQ(voice->GetVoices().size(), names.size());
+  }
+
+  TemporaryFolder folder;
+  Recording recording;
+  std::ostringstream captions;
+  std::unique_ptr<Platform> platform;
+  std::unique_ptr<Voice> voice;
+  std::vector<std::string> names;
+};
+
+TEST_F(OwnVoice, OffersTheLikelyVoicesFirstAndNoVariants) {
+  open();
+  ASSERT_GT(names.size(), 100u);
+  EXPECT_EQ(names[1], "English (America)");
+  EXPECT_THAT(names[2], StartsWith("English"));
+  EXPECT_THAT(names, testing::Each(Not(HasSubstr("+"))));
+  const std::vector<std::string> before = names;
+  voice.reset();
+  platform.reset();
+  platform = makeDesktopPlatform({.folder = folder.path()});
+  voice = platform->createVoice();
+  EXPECT_EQ(voice->GetVoices(), before) << "as they were kept by the first start";
+}
+
+TEST_F(OwnVoice, IsHeardAndUnderstood) {
+  open();
+  const double start = recording.now();
+  voice->Speak(" Start Game. ", speak_flags::kQueue);
+  EXPECT_TRUE(isSpeaking());
+  EXPECT_TRUE(isIdleAgain());
+  EXPECT_THAT(recording.recognise(start, recording.now() - start,
+                                  "start game | exit game | check speakers | change voice", folder),
+              StartsWith("start game"));
+  EXPECT_EQ(captions.str(), " Start Game. \n");
+}
+
+TEST_F(OwnVoice, ASynchronousTextReturnsWhenAllHasBeenSaidAndABlankAtOnce) {
+  open();
+  const auto start = steady_clock::now();
+  voice->Speak(" ", speak_flags::kSynchronous);
+  EXPECT_LT(steady_clock::now() - start, 500ms);
+  voice->Speak("one two three", speak_flags::kQueue);
+  EXPECT_GT(secondsFor("four"), 1.2);
+  EXPECT_FALSE(isSpeaking());
+  yieldFor(100ms);
+  const double end = recording.now();
+  yieldFor(300ms);
+  EXPECT_LT(recording.level(end, 0.3), 0.001);
+}
+
+TEST_F(OwnVoice, APurgeSilencesItAndTheNextTextIsHeard) {
+  open();
+  for (int i = 0; i < 5; ++i) {
+    const double start = recording.now();
+    voice->Speak(kLongText, speak_flags::kQueue);
+    voice->Speak(kLongText, speak_flags::kQueue);
+    ASSERT_TRUE(isHeardAfter(start));
+    voice->Speak("", speak_flags::kPurge);
+    EXPECT_FALSE(isSpeaking());
+    yieldFor(500ms);
+    const double silent = recording.now();
+    yieldFor(300ms);
+    EXPECT_LT(recording.level(silent, 0.3), 0.001);
+  }
+  voice->Speak(kLongText, speak_flags::kQueue);
+  voice->Speak("one", speak_flags::kPurge);
+  const auto start = steady_clock::now();
+  EXPECT_TRUE(isIdleAgain());
+  EXPECT_LT(steady_clock::now() - start, 3s) << "the long text has been discarded";
+}
+
+TEST_F(OwnVoice, SettingsAreThoseOfTheCall) {
+  open();
+  const double normal = secondsFor(kLongText);
+  voice->setRate(5);
+  const double fast = secondsFor(kLongText);
+  voice->setRate(0);
+  EXPECT_NEAR(normal / fast, 1.8, 0.3);
+  EXPECT_NEAR(secondsFor(kLongText), normal, normal / 10);
+  voice->setVolume(0);
+  const double silent = recording.now();
+  voice->Speak(kLongText, speak_flags::kSynchronous);
+  EXPECT_LT(recording.level(silent, recording.now() - silent), 0.001);
+}
+
+TEST_F(OwnVoice, AnotherVoiceSpeaksOtherwiseAndTheFirstOneIsFoundAgain) {
+  open();
+  const auto other = std::find(names.begin(), names.end(), "Lithuanian");
+  ASSERT_NE(other, names.end());
+  const double own = secondsFor(kLongText);
+  voice->setVoice(static_cast<int>(other - names.begin()));
+  EXPECT_GT(std::abs(secondsFor(kLongText) - own), own / 10);
+  voice->setVoice(0);
+  EXPECT_NEAR(secondsFor(kLongText), own, own / 10);
+}
+
+TEST_F(OwnVoice, IsHeardSoonAfterTheRequest) {
+  open();
+  yieldFor(4s);  // until the daemon has listed its voices, which keeps it from speaking
+  std::vector<double> delays;
+  for (int i = 0; i < 20; ++i) {
+    yieldFor(150ms);
+    const double start = recording.now();
+    voice->Speak(" Start Game. ", speak_flags::kQueue);
+    yieldFor(400ms);
+    delays.push_back(recording.millisecondsToSound(start));
+    ASSERT_TRUE(isIdleAgain());
+  }
+  std::sort(delays.begin(), delays.end());
+  std::cout << "from the request to the sound, ms: half within " << delays[10] << ", 95 % within "
+            << delays[18] << std::endl;
+  EXPECT_LT(delays[10], 60) << "on a machine that may be busy";
+}
+
+TEST_F(OwnVoice, KilledInMidSentenceItIsReplacedAndTheSentenceRepeated) {
+  open();
+  const double start = recording.now();
+  voice->Speak(kLongText, speak_flags::kQueue);
+  ASSERT_TRUE(isHeardAfter(start));
+  speechDispatcher("kill");
+  EXPECT_TRUE(isSpeaking());
+  const auto killed = steady_clock::now();
+  ASSERT_TRUE(yieldUntil([this] { return captions.str().find(kNotice) != std::string::npos; }));
+  EXPECT_LT(steady_clock::now() - killed, 5s);
+  EXPECT_GT(secondsFor("one"), 5) << "notice, sentence and this";
+  expectTheOtherVoice();
+}
+
+TEST_F(OwnVoice, KilledBetweenTwoTextsItIsReplacedAtTheNext) {
+  open();
+  voice->Speak("one", speak_flags::kSynchronous);
+  speechDispatcher("kill");
+  yieldFor(500ms);
+  EXPECT_THAT(captions.str(), Not(HasSubstr(kNotice)));
+  voice->Speak("two", speak_flags::kQueue);
+  expectTheOtherVoice();
+}
+
+TEST_F(OwnVoice, HangingItIsReplacedAndDoesNotHoldTheEnd) {
+  open();
+  voice->Speak("one", speak_flags::kSynchronous);
+  speechDispatcher("freeze");
+  voice->Speak("two", speak_flags::kQueue);
+  expectTheOtherVoice();
+  const auto start = steady_clock::now();
+  voice.reset();
+  platform.reset();
+  EXPECT_LT(steady_clock::now() - start, 5s);
+}
+
+TEST_F(OwnVoice, WithoutSoundItIsReplaced) {
+  open("start PULSE_SERVER=unix:/nonexistent");
+  voice->Speak("one", speak_flags::kSynchronous);
+  expectTheOtherVoice();
+}
+
+class WholeSession : public testing::TestWithParam<std::string> {};
+
+TEST_P(WholeSession, IsPlayedByEar) {
+  speechDispatcher("start");
+  const TemporaryFolder folder;
+  copySounds(folder);
+  const Recording recording;
+  Player player(folder.path(), {}, GetParam());
+  const auto understood = [&](double from, const std::string& sentences) {
+    player.rest(3000);
+    return recording.recognise(from - Recording::kBeforeCaption, 3, sentences, folder);
+  };
+  player.answer("Space");  // cuts the title sound
+  player.waitFor(" Select. Exit Game. ");
+  player.answer("Up");
+  player.waitFor(" Start Game. ");
+  EXPECT_THAT(understood(recording.now(), "start game | exit game | check speakers | change voice"),
+              StartsWith("start game"));
+  player.answer("Down");
+  for (const char* entry :
+       {" Exit Game. ", " Reed Instructions. ", " reed track descriptions ", " reed log file ",
+        " delete log file ", " reed records file ", " reset records ", " change voice "}) {
+    EXPECT_EQ(player.waitFor(" "), entry);
+    player.answer(entry == std::string(" change voice ") ? "Enter" : "Down");
+  }
+  const bool isOwn = GetParam() != "espeak";
+  EXPECT_THAT(player.waitFor(" "), isOwn ? HasSubstr("default voice") : HasSubstr("English (America)"));
+  player.waitFor(" do you wish to use this voice? yes ");
+  player.answer("N");
+  player.waitFor("n");
+  EXPECT_THAT(player.waitFor(" "), isOwn ? HasSubstr("English (America)") : HasSubstr("English ("));
+  player.waitFor(" do you wish to use this voice? yes ");
+  player.answer("Enter");
+  for (int i = 0; i < 8; ++i) {
+    player.answer("Up");
+    player.waitFor(" ");
+  }
+  EXPECT_EQ(folder.read("vorn1voc.cfg"), "1\r\n0\r\n90\r\n0\r\n");
+  player.answer("Enter");
+  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
+  player.answer("Enter");
+  player.waitFor(" Enter the number of laps that you wish to run. ");
+  player.answer("1");
+  player.waitFor("1");
+  player.answer("Enter");
+  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
+  player.answer("Enter");
+  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  EXPECT_THAT(understood(recording.now(),
+                         "ladies and gentlemen start your engines | ladies and gentlemen stop your engines | "
+                         "go to main menu | enter the number of laps that you wish to run"),
+              StartsWith("ladies and gentlemen start your engines"));
+  player.keys.press("End");
+  player.waitFor(" 10 ", 10);
+  player.keys.release("End");
+  player.waitFor(" 1 ");
+  player.rest(1500);
+  player.answer("Escape");
+  speechDispatcher("kill");
+}
+
+INSTANTIATE_TEST_SUITE_P(Voices, WholeSession, testing::Values("espeak", "speech-dispatcher", "auto"),
+                         [](const auto& param) {
+                           return param.index == 0 ? "embedded" : param.index == 1 ? "asked" : "found";
+                         });
+
+}  // namespace
+}  // namespace vorn
