@@ -13,6 +13,7 @@
 #include <fstream>
 #include <functional>
 #include <numbers>
+#include <sstream>
 #include <thread>
 
 #include "platform/desktop/desktop_platform.h"
@@ -77,6 +78,7 @@ class WindowTest : public testing::Test {
                  }));
     DesktopOptions options;
     options.folder = folder.path();
+    options.captions = &captions;
     platform = makeDesktopPlatform(options);
     platform->setEventReceiver(&recorder);
     platform->setCaption("Test of the window");
@@ -145,6 +147,7 @@ class WindowTest : public testing::Test {
   }
 
   TemporaryFolder folder;
+  std::ostringstream captions;
   Recorder recorder;
   std::unique_ptr<Platform> platform;
   std::string window;  ///< as the X server numbers it
@@ -273,6 +276,36 @@ TEST_F(WindowTest, WithoutTheFocusGameSoundsAreMuteTheVoiceIsNotAndKeysGoElsewhe
   }
   xdotool("windowfocus " + window);
   EXPECT_TRUE(getsLouder(0.4));
+}
+
+TEST_F(WindowTest, LosingTheFocusIsSaidInARaceAndOnlyThere) {
+  const auto turnAway = [this] {
+    OtherWindow other;
+    EXPECT_TRUE(yieldUntil([&] {
+      other.take();
+      return SDL_GetKeyboardFocus() != nullptr && SDL_GetWindowID(SDL_GetKeyboardFocus()) != 1;
+    }));
+    yieldFor(50ms);
+  };
+  const auto turnBack = [this] {
+    xdotool("windowfocus " + window);
+    EXPECT_TRUE(yieldUntil([] { return SDL_GetKeyboardFocus() != nullptr; }));
+    yieldFor(50ms);
+  };
+  turnAway();
+  turnBack();
+  EXPECT_EQ(captions.str(), "") << "a menu waits";
+  platform->carTicked({});
+  turnAway();
+  EXPECT_EQ(captions.str(), " The window is in the background. \n");
+  EXPECT_GT(loudness(700), 0.1);
+  platform->carTicked({});
+  turnBack();
+  EXPECT_EQ(captions.str(), " The window is in the background. \n The window is in front again. \n");
+  yieldFor(2100ms);  // the race has ended
+  turnAway();
+  turnBack();
+  EXPECT_EQ(captions.str(), " The window is in the background. \n The window is in front again. \n");
 }
 
 TEST_F(WindowTest, TheControllerIsReadWithoutTheFocusToo) {

@@ -34,6 +34,9 @@ clean_up() {
     kill "${started[i]}" 2>/dev/null
     wait "${started[i]}" 2>/dev/null
   done
+  for daemon in "$folder"/run/*/daemon.pid; do
+    [[ -e $daemon ]] && kill "$(<"$daemon")" 2>/dev/null
+  done
   rm -rf "$folder"
 }
 trap clean_up EXIT
@@ -60,6 +63,8 @@ mkdir -p "$folder/run/pulse" "$folder/home"
 chmod 700 "$folder/run"
 export XDG_RUNTIME_DIR=$folder/run HOME=$folder/home
 export PULSE_SERVER=unix:$folder/run/pulse/native
+# No braille display but one of braille_daemon.sh.
+export BRLAPI_AUTH=none BRLAPI_HOST=127.0.0.1:$(( 1000 + $$ % 20000 )) VORN_BRAILLE_PORT=$(( 30000 + $$ % 20000 ))
 unset WAYLAND_DISPLAY DISPLAY SDL_VIDEODRIVER SDL_AUDIODRIVER PIPEWIRE_REMOTE XDG_DATA_HOME XDG_CONFIG_HOME
 
 if [[ $display == yes ]]; then

@@ -11,6 +11,7 @@
 #include "platform/common/random.h"
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
+#include "platform/desktop/braille_display.h"
 #include "platform/desktop/controllers.h"
 #include "platform/desktop/desktop_voice.h"
 #include "platform/desktop/dispatcher_service.h"
@@ -26,6 +27,8 @@ namespace vorn {
 namespace {
 
 constexpr const char* kSoundIsBack = " Sound is back. ";
+constexpr const char* kInBackground = " The window is in the background. ";
+constexpr const char* kInFrontAgain = " The window is in front again. ";
 
 std::uint64_t clockSeed() {
   return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
@@ -72,7 +75,10 @@ class DesktopPlatform : public Platform {
         files_(options.folder),
         random_(clockSeed()),
         audio_(mixer_, options.audioFrames),
-        speech_(makeSpeech()) {}
+        braille_(window_.number()),
+        speech_(makeSpeech()) {
+    braille_.setInFront(true);
+  }
 
   std::int32_t tickCount() override { return clock_.now(); }
   double secondsSinceMidnight() override;
@@ -98,12 +104,13 @@ class DesktopPlatform : public Platform {
 
   double randomFraction() override { return random_.fraction(); }
   void reseedRandom() override { random_.reseed(clockSeed()); }
-  void carTicked(const TickReport&) override {}
+  void carTicked(const TickReport&) override { lastTick_ = std::chrono::steady_clock::now(); }
 
  private:
   void doYield(int atMostMs) override;
   std::unique_ptr<SpeechService> makeSpeech();
   bool pause();
+  void lookAfterFocus();
   void lookAfterSound();
   void announce(const std::string& text);
   void read(const std::string& text);
@@ -115,6 +122,7 @@ class DesktopPlatform : public Platform {
   Mixer mixer_;
   AudioOutput audio_;
   Window window_;
+  BrailleDisplay braille_;
   Controllers controllers_;
   EspeakSynth synth_;
   SpeechSettings voiceSettings_;
@@ -122,6 +130,8 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<SpeechService> speech_;
   EventReceiver* receiver_ = nullptr;
   bool isHeard_ = true;
+  bool isInBackground_ = false;
+  std::chrono::steady_clock::time_point lastTick_;  ///< of the car
 };
 
 double DesktopPlatform::secondsSinceMidnight() {
@@ -162,6 +172,7 @@ void DesktopPlatform::doYield(int atMostMs) {
   if (atMostMs > 0) {
     clock_.waitForEvent(atMostMs);
   }
+  lookAfterFocus();
   lookAfterSound();
   window_.deliver(receiver_);
   controllers_.notify(receiver_);
@@ -192,15 +203,31 @@ std::unique_ptr<Voice> DesktopPlatform::createVoice() {
 bool DesktopPlatform::pause() {
   constexpr int kMomentMs = 2;
   window_.pump();
+  lookAfterFocus();
   lookAfterSound();
   TickClock::sleep(kMomentMs);
   return !window_.isToBeClosed();
 }
 
-/// Game sounds belong to the window in front. Where nothing can be heard the
-/// player is told so by all other means, and by the voice once it can be.
+/// Game sounds and the braille display belong to the window in front. In a race,
+/// which does not wait, whoever loses them without meaning to has to hear of it.
+void DesktopPlatform::lookAfterFocus() {
+  constexpr auto kRaceHasTicked = std::chrono::seconds(2);
+  const bool isInBackground = window_.isInBackground();
+  if (isInBackground == isInBackground_) {
+    return;
+  }
+  isInBackground_ = isInBackground;
+  mixer_.setMuted(isInBackground);
+  braille_.setInFront(!isInBackground);
+  if (std::chrono::steady_clock::now() - lastTick_ < kRaceHasTicked) {
+    announce(isInBackground ? kInBackground : kInFrontAgain);
+  }
+}
+
+/// Where nothing can be heard the player is told so by all other means, and by the
+/// voice once it can be.
 void DesktopPlatform::lookAfterSound() {
-  mixer_.setMuted(window_.isInBackground());
   const bool isHeard = audio_.isHeard();
   if (isHeard == isHeard_) {
     return;
@@ -221,12 +248,13 @@ void DesktopPlatform::announce(const std::string& text) {
   read(text);
 }
 
-/// Speech for the eyes.
+/// Speech for eyes and fingers.
 void DesktopPlatform::read(const std::string& text) {
   if (options_.captions != nullptr) {
     *options_.captions << text << std::endl;
   }
   window_.showSpoken(text);
+  braille_.show(text);
 }
 
 std::string explained(DesktopUnavailable::Missing thing, const std::string& reason) {

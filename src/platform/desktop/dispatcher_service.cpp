@@ -1,7 +1,5 @@
 #include "platform/desktop/dispatcher_service.h"
 
-#include <signal.h>
-
 #include <algorithm>
 #include <condition_variable>
 #include <cstdlib>
@@ -12,6 +10,7 @@
 #include <utility>
 
 #include "platform/common/windows1252.h"
+#include "platform/desktop/broken_pipes.h"
 #include "platform/desktop/dispatcher_connection.h"
 
 namespace vorn {
@@ -23,14 +22,6 @@ using std::chrono::steady_clock;
 constexpr auto kPulse = 200ms;         ///< so often the daemon is felt while it should be speaking
 constexpr auto kLongestFarewell = 1s;  ///< of a daemon that may hang
 constexpr auto kLongestListing = 5s;   ///< of thousands of voices, when no list has been kept
-
-/// A daemon that goes away must not take the program along.
-void ignoreBrokenPipes() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGPIPE);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-}
 
 int numberIn(const std::optional<std::vector<std::string>>& answer, int otherwise) {
   return answer && answer->size() == 1 ? std::atoi(answer->front().c_str()) : otherwise;
