@@ -56,34 +56,20 @@ std::string numberText(double value) {
 }
 
 double leadingNumber(std::string_view text) {
-  std::string number;
   std::size_t i = 0;
   while (i < text.size() && text[i] == ' ') ++i;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
-    if (text[i] == '-') number += '-';
-    ++i;
-  }
-  bool hasDigits = false, hasPoint = false;
-  for (; i < text.size() && (isDigit(text[i]) || (text[i] == '.' && !hasPoint)); ++i) {
-    hasPoint = hasPoint || text[i] == '.';
-    hasDigits = hasDigits || isDigit(text[i]);
-    number += text[i];
-  }
-  if (!hasDigits) return 0;
-  if (i < text.size() && (text[i] == 'e' || text[i] == 'E' || text[i] == 'd' || text[i] == 'D')) {
-    std::string exponent = "e";
-    std::size_t j = i + 1;
-    if (j < text.size() && (text[j] == '-' || text[j] == '+')) {
-      if (text[j] == '-') exponent += '-';
-      ++j;
-    }
-    const std::size_t firstDigit = j;
-    while (j < text.size() && isDigit(text[j])) exponent += text[j++];
-    if (j > firstDigit) number += exponent;
+  const bool isNegative = i < text.size() && text[i] == '-';
+  if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
+  if (i == text.size() || !(isDigit(text[i]) || text[i] == '.')) return 0;
+  std::string number(text.substr(i));
+  // An exponent may be written with a d, too. What follows the number is not looked at.
+  for (char& c : number) {
+    if (c == 'd' || c == 'D') c = 'e';
   }
   double value = 0;
   const auto parsed = std::from_chars(number.data(), number.data() + number.size(), value);
-  return parsed.ec == std::errc() ? value : 0;
+  if (parsed.ec != std::errc()) return 0;
+  return isNegative ? -value : value;
 }
 
 std::string countedUnit(double count, const std::string& unit) {

@@ -54,10 +54,15 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith) {
   EXPECT_EQ(leadingNumber("1d2"), 100);
   EXPECT_EQ(leadingNumber("1e"), 1);
   EXPECT_EQ(leadingNumber("1e-2x"), 0.01);
+  EXPECT_EQ(leadingNumber("-1D+2"), -100);
+  EXPECT_EQ(leadingNumber("5."), 5);
+  EXPECT_EQ(leadingNumber("1 2"), 1);
+  EXPECT_EQ(leadingNumber("2days"), 2);
 }
 
 TEST(LeadingNumber, IsZeroWhereThereIsNone) {
-  for (const char* text : {"", " ", "x1", "-", ".", "-.", "e5", "\x1b", "abc", "1e999", "-2e999"})
+  for (const char* text : {"", " ", "x1", "-", ".", "-.", "e5", "\x1b", "abc", "+-3", "--3", "- 3", ". 5",
+                           "inf", "-nan", "1e999", "-2e999"})
     EXPECT_EQ(leadingNumber(text), 0) << text;
 }
 
