@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <fstream>
+#include <functional>
 #include <utility>
 
 #include "platform/common/folder_files.h"
@@ -67,9 +67,15 @@ class RecordedController : public ControllerDevice {
 
 class RecordedVoice : public Voice {
  public:
-  RecordedVoice(std::unique_ptr<Voice> inner, ScriptWriter& writer)
-      : inner_(std::move(inner)), writer_(writer) {}
-  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+  /// `tellVoices` hears how many voices there are, each time that the game asks.
+  RecordedVoice(std::unique_ptr<Voice> inner, ScriptWriter& writer,
+                std::function<void(std::size_t)> tellVoices)
+      : inner_(std::move(inner)), writer_(writer), tellVoices_(std::move(tellVoices)) {}
+  std::vector<std::string> GetVoices() override {
+    std::vector<std::string> voices = inner_->GetVoices();
+    tellVoices_(voices.size());
+    return voices;
+  }
 
  private:
   void doSetVoice(int index) override { inner_->setVoice(index); }
@@ -83,6 +89,7 @@ class RecordedVoice : public Voice {
 
   std::unique_ptr<Voice> inner_;
   ScriptWriter& writer_;
+  std::function<void(std::size_t)> tellVoices_;
 };
 
 /// Car ticks as comments of the script.
@@ -122,18 +129,16 @@ chr::year_month_day dateOf(const Date& date) {
           chr::day(static_cast<unsigned>(date.day))};
 }
 
-std::string optionsLine(Platform& platform, const Date& date, chr::seconds time, std::uint64_t seed) {
+std::string optionsText(const Date& date, chr::seconds time, std::uint64_t seed, std::size_t voices,
+                        bool hasController) {
   const auto twoDigits = [](std::int64_t number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
   };
   const std::int64_t seconds = time.count();
-  std::string line = "options: --seed " + std::to_string(seed) + " --date " + std::to_string(date.year) +
-                     '-' + twoDigits(date.month) + '-' + twoDigits(date.day) + " --time " +
-                     twoDigits(seconds / 3600) + ':' + twoDigits(seconds / 60 % 60) + ':' +
-                     twoDigits(seconds % 60) + " --voices " +
-                     std::to_string(platform.createVoice()->GetVoices().size());
-  if (!platform.attachedControllers().empty()) line += " --controller";
-  return line;
+  return "options: --seed " + std::to_string(seed) + " --date " + std::to_string(date.year) + '-' +
+         twoDigits(date.month) + '-' + twoDigits(date.day) + " --time " + twoDigits(seconds / 3600) + ':' +
+         twoDigits(seconds / 60 % 60) + ':' + twoDigits(seconds % 60) + " --voices " +
+         std::to_string(voices) + (hasController ? " --controller" : "");
 }
 
 class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
@@ -151,7 +156,6 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
         ticks_(writer_),
         trace_(clock_, &ticks_),
         due_(inner.tickCount()) {
-    writer_.comment(optionsLine(inner, date_, time_, seed_));
     copyPlayersFiles(inner.files(), fs::path(script).replace_extension(".folder"));
     inner.setEventReceiver(this);
   }
@@ -174,7 +178,8 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
     return std::make_unique<RecordedController>(inner().createControllerDevice(identifier), recorder_);
   }
   std::unique_ptr<Voice> createVoice() override {
-    return std::make_unique<RecordedVoice>(inner().createVoice(), writer_);
+    return std::make_unique<RecordedVoice>(inner().createVoice(), writer_,
+                                           [this](std::size_t voices) { writeOptions(voices); });
   }
   double randomFraction() override { return random_.fraction(); }
   void reseedRandom() override {}  // chance belongs to the seed, as in a replay
@@ -193,6 +198,7 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
     if (receiver_ != nullptr) receiver_->DirectXEvent8_DXCallback(eventId);
   }
 
+  void writeOptions(std::size_t voices);
   void doYield(int atMostMs) override;
   void record(const char* statement);
   /// Real milliseconds until the yield that goes on is over.
@@ -211,9 +217,16 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
   TickComments ticks_;
   Trace trace_;
   EventReceiver* receiver_ = nullptr;
+  bool hasOptions_ = false;
   bool hasClosed_ = false;
   std::uint32_t due_;  ///< tick count of the inner platform at which the yield is over
 };
+
+/// The first time, which is when the game opens its voice, before anything else can happen.
+void RecordingPlatform::writeOptions(std::size_t voices) {
+  if (std::exchange(hasOptions_, true)) return;
+  writer_.comment(optionsText(date_, time_, seed_, voices, !inner().attachedControllers().empty()));
+}
 
 void RecordingPlatform::doYield(int atMostMs) {
   constexpr std::int32_t kLongestLag =

@@ -148,6 +148,7 @@ TEST(Recording, HasTheSessionsTextsFilesAndEnd) {
   EXPECT_EQ(session.replayed.exitStatus, 0);
   EXPECT_TRUE(session.played.trace.said(" nature "));
   EXPECT_EQ(session.replayed.trace.spoken(), session.played.trace.spoken());
+  EXPECT_EQ(session.replayed.trace.voice(), session.played.trace.voice());
   EXPECT_EQ(session.secondFolder.read("vorn1ops.cfg"), session.folder.read("vorn1ops.cfg"));
 }
 
