@@ -64,12 +64,12 @@ Audio loon(const Recording& recording) {
     const Contour loudness{{0, 0}, {0.08, 0.7}, {0.45 * seconds, 1}, {0.75 * seconds, 0.8}, {seconds, 0}};
     canvas.add(at,
                synth::harmonics(rate, seconds, synth::vibrato(pitch, 5.3, 0.006),
-                                {1, 0.5, 0.32, 0.2, 0.12, 0.06}, loudness),
+                                {1, 0.5, 0.26, 0.14, 0.08}, loudness),
                gain);
   };
   wail(0.05, 1.15,
        synth::glide({{0, 920}, {0.3, 960}, {0.345, 1390}, {0.8, 1440}, {0.85, 1010}, {1.15, 930}}), 1);
-  wail(1.55, 0.95,
+  wail(1.75, 0.95,
        synth::glide({{0, 960}, {0.2, 1000}, {0.24, 1480}, {0.55, 1520}, {0.59, 1240}, {0.95, 1130}}), 0.85);
   return synth::withEchoes(canvas, 0.21, -11, 3);
 }
