@@ -13,6 +13,7 @@
 #include "program/standard_streams.h"
 #include "recording/recording_platform.h"
 #include "shell/start_up.h"
+#include "sound/playback.h"
 
 namespace vorn {
 namespace {
@@ -21,6 +22,7 @@ namespace fs = std::filesystem;
 
 void reportError(Platform& platform, GameState& game, const std::string& text) {
   std::cerr << text << std::endl;
+  releaseSounds(game);  // or the engine would drone on under the message
   carryOn([&] {
     if (game.speechVoice) game.speechVoice->Speak(text, speak_flags::kQueue);
   });

@@ -59,6 +59,7 @@ void openMenu(GameState& g, const Menu& menu, int& cursor) {
 
 int offerMenu(GameState& g, const Menu& menu, int& cursor) {
   const int last = static_cast<int>(menu.entries.size());
+  readKeyboard(g);  // so that the key that has answered a prompt just now is not taken for a choice
   for (;;) {
     dyke(g, kPauseBetweenMoves);
     const Action action = waitForAction(g, menu);

@@ -137,11 +137,6 @@ bool startUp(GameState& g) {
   return true;
 }
 
-void releaseSounds(SoundState& g) {
-  for (const auto slot : kSoundSlots) (g.*slot).release();
-  g.directSound.reset();
-}
-
 void releaseDevices(InputState& g) {
   g.joystickEvent = 0;
   if (g.joystickDevice) carryOn([&] { g.joystickDevice->Unacquire(); });

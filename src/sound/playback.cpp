@@ -115,6 +115,11 @@ void sars(GameState& g) {
   dyke(g, 0.1);
 }
 
+void releaseSounds(SoundState& g) {
+  for (const auto slot : kSoundSlots) (g.*slot).release();
+  g.directSound.reset();
+}
+
 void stopall(SoundState& g) {
   for (const auto slot : kLoops) {
     carryOn([&] { (g.*slot)->Stop(); });

@@ -35,6 +35,8 @@ void stopOneShot(SoundState& g);
 
 /// Starts the loops of a race: walls audible, marbles and tyres silent. Waits 0.1 s.
 void sars(GameState& g);
+/// Empties every slot and lets the sound device go: nothing sounds from now on.
+void releaseSounds(SoundState& g);
 /// Stops all looping sounds, whatever fails.
 void stopall(SoundState& g);
 /// The same, but a failure ends the program.

@@ -92,7 +92,9 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<SoundDevice> createSoundDevice() override {
     return std::make_unique<MixerSoundDevice>(mixer_, files_);
   }
-  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override { return std::make_unique<SdlKeyboard>(); }
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
+    return std::make_unique<SdlKeyboard>(window_.taps());
+  }
   std::vector<std::string> attachedControllers() override { return controllers_.attached(); }
   std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override {
     return controllers_.open(identifier);

@@ -1,5 +1,7 @@
 #include "platform/desktop/keyboard.h"
 
+#include <SDL_timer.h>
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -216,17 +218,16 @@ void SdlKeyboard::SetCommonDataFormat(int format) {
 }
 
 KeyboardState SdlKeyboard::GetDeviceStateKeyboard() {
-  constexpr std::uint8_t kDown = 0x80;
   int count = 0;
   const std::uint8_t* down = SDL_GetKeyboardState(&count);
   KeyboardState state{};
   for (int place = 0; place < count; ++place) {
     const Key* key = down[place] != 0 ? keyAt(static_cast<SDL_Scancode>(place)) : nullptr;
     if (key != nullptr) {
-      state[static_cast<std::size_t>(key->keyCode)] = kDown;
+      state[static_cast<std::size_t>(key->keyCode)] = KeyLatch::kKeyIsDown;
     }
   }
-  return state;
+  return taps_.read(state, SDL_GetTicks());
 }
 
 }  // namespace vorn

@@ -6,6 +6,7 @@
 #include <SDL_keyboard.h>
 
 #include "platform/common/key_codes.h"
+#include "platform/common/key_latch.h"
 #include "platform/input_devices.h"
 
 namespace vorn {
@@ -23,10 +24,15 @@ int shiftState(std::uint16_t modifiers);
 
 class SdlKeyboard : public KeyboardDevice {
  public:
+  /// `taps`, not owned, is told of each key that goes down or up.
+  explicit SdlKeyboard(KeyLatch& taps) : taps_(taps) {}
   void SetCommonDataFormat(int format) override;
   void SetCooperativeLevel(int) override {}  // SDL reads the keyboard without claiming it
   void Acquire() override {}
   KeyboardState GetDeviceStateKeyboard() override;
+
+ private:
+  KeyLatch& taps_;
 };
 
 }  // namespace vorn

@@ -139,12 +139,27 @@ void Window::deliver(EventReceiver* receiver) {
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       paint();
     }
+    if (event.type == SDL_KEYDOWN || event.type == SDL_KEYUP) {
+      noteKey(event.key);
+    }
     const bool isPress = event.type == SDL_KEYDOWN && event.key.repeat == 0;
     if (isPress && event.key.windowID == SDL_GetWindowID(window_) && receiver != nullptr) {
       if (const Key* key = menuKey(event.key.keysym)) {
         receiver->Form_KeyDown(key->virtualKeyCode, shiftState(event.key.keysym.mod));
       }
     }
+  }
+}
+
+void Window::noteKey(const SDL_KeyboardEvent& event) {
+  const Key* key = keyAt(event.keysym.scancode);
+  if (key == nullptr || event.repeat != 0) {
+    return;
+  }
+  if (event.type == SDL_KEYDOWN) {
+    taps_.wentDown(key->keyCode);
+  } else {
+    taps_.wentUp(key->keyCode, event.timestamp);
   }
 }
 

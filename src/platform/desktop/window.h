@@ -2,12 +2,14 @@
 /// long as this does. All of it belongs to the thread that made it.
 #pragma once
 
+#include <SDL_events.h>
 #include <SDL_video.h>
 
 #include <memory>
 #include <string>
 
 #include "platform/common/close_requests.h"
+#include "platform/common/key_latch.h"
 #include "platform/desktop/caption_painter.h"
 #include "platform/platform.h"
 
@@ -40,6 +42,8 @@ class Window {
   void deliver(EventReceiver* receiver);
   /// Whether a request to close waits to be delivered that changes anything.
   bool isToBeClosed() const;
+  /// The short taps that have been delivered, for whoever reads the keyboard.
+  KeyLatch& taps() { return taps_; }
   void enterShutdown() { closeRequests_.enterShutdown(); }
   /// Shows `text` in a box with an OK button and waits for it. Where the desktop
   /// has no boxes the text stands in the window's caption until Enter, the space
@@ -47,6 +51,7 @@ class Window {
   void showBox(const std::string& text);
 
  private:
+  void noteKey(const SDL_KeyboardEvent& event);
   void paint();
   void showTitle();
   void waitForAnswer();
@@ -56,6 +61,7 @@ class Window {
   std::string caption_, notice_;
   bool hasHadFocus_ = false;
   CloseRequests closeRequests_;
+  KeyLatch taps_;
 };
 
 }  // namespace vorn

@@ -7,7 +7,6 @@ namespace {
 
 constexpr int kBadLine = 2;
 constexpr int kLimitPassed = 4;
-constexpr std::uint8_t kKeyIsDown = 0x80;
 
 /// Which of Shift, Ctrl and Alt are down, as a window reports it: 1, 2 and 4.
 int shiftState(const KeyboardState& keyboard) {
@@ -147,7 +146,10 @@ bool ScriptRunner::isOver(const step::AwaitQuiet&) {
 void ScriptRunner::carryOut(const step::MoveKey& move) {
   std::uint8_t& state = world_.keyboard[static_cast<std::size_t>(move.key->keyCode)];
   const bool isPress = move.isDown && state == 0;
-  state = move.isDown ? kKeyIsDown : 0;
+  const bool isRelease = !move.isDown && state != 0;
+  state = move.isDown ? KeyLatch::kKeyIsDown : 0;
+  if (isPress) world_.taps.wentDown(move.key->keyCode);
+  if (isRelease) world_.taps.wentUp(move.key->keyCode, static_cast<std::uint32_t>(world_.clock.now()));
   world_.trace.input("key", move.key->name, move.isDown ? 1 : 0);
   if (isPress && world_.hasFocus && world_.receiver != nullptr) {
     world_.receiver->Form_KeyDown(move.key->virtualKeyCode, shiftState(world_.keyboard));
@@ -162,7 +164,7 @@ void ScriptRunner::carryOut(const step::MoveAxis& move) {
 
 void ScriptRunner::carryOut(const step::MoveButton& move) {
   ControllerState& moved = controller();
-  const std::uint8_t state = move.isDown ? kKeyIsDown : 0;
+  const std::uint8_t state = move.isDown ? KeyLatch::kKeyIsDown : 0;
   moved.hasChanged |= change(moved.reading.buttons[static_cast<std::size_t>(move.number)], state);
   world_.trace.input("button", std::to_string(move.number), move.isDown ? 1 : 0);
 }

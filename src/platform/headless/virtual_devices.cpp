@@ -31,7 +31,7 @@ void VirtualKeyboard::Acquire() {
 
 KeyboardState VirtualKeyboard::GetDeviceStateKeyboard() {
   if (!isAcquired_) throw PlatformError("GetDeviceState", "", "the keyboard has not been acquired");
-  return world_.keyboard;
+  return world_.taps.read(world_.keyboard, static_cast<std::uint32_t>(world_.clock.now()));
 }
 
 VirtualController::VirtualController(World& world) : world_(world) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/common/folder_files.h"
+#include "platform/common/key_latch.h"
 #include "platform/headless/field_table.h"
 #include "platform/headless/options.h"
 #include "platform/headless/recording_cache.h"
@@ -49,7 +50,8 @@ struct World {
   std::shared_ptr<RecordingCache> recordings;
   Render* render = nullptr;  ///< null: nobody listens
 
-  KeyboardState keyboard{};
+  KeyboardState keyboard{};  ///< the keys that are held
+  KeyLatch taps;
   ControllerState controller;
   bool hasFocus = true;
   EventReceiver* receiver = nullptr;

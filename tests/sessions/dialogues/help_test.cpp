@@ -80,8 +80,8 @@ TEST(TrackDescriptions, AnyKeyStopsADescriptionAtOnce) {
 
 TEST(TrackDescriptions, TheMenuListensAPauseAfterADescription) {
   Dialogue dialogue(" reed track descriptions ");
-  // 0.3 s of this dialogue and 0.2 s of the menu: a key pressed before they are over is not heard.
-  EXPECT_EQ(dialogue.play(keys("Enter") + "wait 500\n" + keys("X") + "wait 240\n" + keys("Down")),
+  // A key pressed in the 0.3 s that the dialogue ends with is not heard.
+  EXPECT_EQ(dialogue.play(keys("Enter") + "wait 500\n" + keys("X") + "wait 100\n" + keys("Down")),
             taken() + kQuestion + described(1));
 }
 

@@ -207,10 +207,29 @@ TEST(MainMenu, SelectsTheFirstEntryWhileThePromptIsSpoken) {
   EXPECT_LT(farewell, asked + spokenMs(kMainPrompt));
 }
 
-TEST(MainMenu, HearsNoKeyInItsFirstFifthOfASecond) {
+TEST(MainMenu, AnswersAQuickTapOfItsFirstFifthOfASecondAfterIt) {
   Session s;
-  EXPECT_THAT(saidAfterMark(s, "wait say  Select. Exit Game. \n", "tap Enter\ntap Up\nwait 500\n"),
-              IsEmpty());
+  EXPECT_THAT(saidAfterMark(s, "wait say  Select. Exit Game. \n", "tap Up 30\nwait 500\n"),
+              ElementsAre("purge", "queue  Start Game. "));
+}
+
+TEST(MainMenu, AnswersEveryTapOfAQuickFinger) {
+  for (const char* const held : {"10", "20", "30", "60", "90"}) {
+    Session s;
+    const std::string tap = std::string("tap Down ") + held + "\nwait 190\n";
+    EXPECT_THAT(saidAfterMark(s, atMainMenu(), tap + tap + tap + "wait 500\n"),
+                ElementsAre("purge", "queue  Reed Instructions. ", "purge", "queue  reed track descriptions ",
+                            "purge", "queue  reed log file "))
+        << held;
+  }
+}
+
+TEST(MainMenu, DoesNotTakeTheKeyThatHasAnsweredAPromptForAChoice) {
+  Session s;  // the last answer of the options, released before the menu listens again
+  EXPECT_THAT(
+      saidAfterMark(s, atMainMenu() + menuDown(4) + menuEnter() + "wait say  Are you sure\nwait 100\n",
+                    "tap Enter 20\nwait 1000\n"),
+      ElementsAre("purge"));
 }
 
 TEST(MainMenu, HearsKeysWithoutTheFocus) {

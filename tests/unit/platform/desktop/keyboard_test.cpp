@@ -80,7 +80,8 @@ TEST(Keyboard, ShiftStatesAddUp) {
 }
 
 TEST(Keyboard, TheDeviceIsAKeyboard) {
-  SdlKeyboard keyboard;
+  KeyLatch taps;
+  SdlKeyboard keyboard(taps);
   EXPECT_NO_THROW(keyboard.SetCommonDataFormat(1));
   EXPECT_THROW(keyboard.SetCommonDataFormat(3), PlatformError);
 }

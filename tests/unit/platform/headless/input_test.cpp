@@ -286,5 +286,27 @@ TEST_F(HeadlessController, EverySettingIsTracedReadsAndPollsAreNot) {
                           "DIPROP_SATURATION [4,10000]", "Acquire", "Unacquire", "release"));
 }
 
+TEST_F(HeadlessInput, ATapBetweenTwoReadingsIsFoundByTheNextOneAlone) {
+  std::vector<bool> found;
+  run("wait 10\npress Up\nwait 30\nrelease Up\nwait 1000\n", [&](HeadlessPlatform& p) {
+    const auto keyboard = p.createKeyboardDevice();
+    keyboard->Acquire();
+    for (int i = 0; i < 3; ++i) {
+      yield(p, 100);
+      found.push_back(keyboard->GetDeviceStateKeyboard()[200] != 0);
+    }
+  });
+  EXPECT_THAT(found, ElementsAre(true, false, false));
+}
+
+TEST_F(HeadlessInput, ATapThatNobodyReadsInTimeIsForgotten) {
+  run("press Up\nwait 30\nrelease Up\nwait 1000\n", [&](HeadlessPlatform& p) {
+    const auto keyboard = p.createKeyboardDevice();
+    keyboard->Acquire();
+    yield(p, 31 + 251);
+    EXPECT_EQ(keyboard->GetDeviceStateKeyboard()[200], 0);
+  });
+}
+
 }  // namespace
 }  // namespace vorn
