@@ -133,8 +133,10 @@ bool ScriptRunner::isOver(const step::AwaitTicks& await) {
 }
 
 bool ScriptRunner::isOver(const step::AwaitText& await) {
-  while (textsPassed_ != world_.requestedTexts.size()) {
-    if (world_.requestedTexts[textsPassed_++].find(await.text) != std::string::npos) return true;
+  while (!world_.requestedTexts.empty()) {
+    const bool isAwaited = world_.requestedTexts.front().find(await.text) != std::string::npos;
+    world_.requestedTexts.pop_front();
+    if (isAwaited) return true;
   }
   return false;
 }

@@ -61,7 +61,6 @@ class ScriptRunner {
   std::size_t next_ = 0;          ///< the first step that is not over
   std::int64_t stepBegan_ = 0;    ///< milliseconds
   std::int64_t ticksAtStep_ = 0;  ///< car ticks when the step began
-  std::size_t textsPassed_ = 0;   ///< requested texts that no `wait say` looks at any more
   CloseRequests closeRequests_;
   bool hasClosed_ = false;  ///< the window has been asked to close
   bool hasEnded_ = false;   ///< the script

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -45,7 +46,8 @@ struct World {
   FolderFiles files;
 
   SpeechQueue speech;
-  std::vector<std::string> requestedTexts;  ///< everything the game asked to be said, in UTF-8
+  std::deque<std::string>
+      requestedTexts;  ///< what the game asked to be said, in UTF-8, and the script has not passed yet
 
   std::shared_ptr<RecordingCache> recordings;
   Render* render = nullptr;  ///< null: nobody listens
