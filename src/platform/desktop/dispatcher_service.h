@@ -18,7 +18,7 @@ namespace vorn {
 struct DispatcherOptions {
   bool startsDaemon = false;         ///< else one that runs already is wanted
   std::filesystem::path voicesFile;  ///< where the list of its voices is kept from start to start
-  std::chrono::milliseconds patience = std::chrono::seconds(5);  ///< with a daemon that does not answer
+  std::chrono::milliseconds patience = std::chrono::seconds(8);  ///< with a daemon that does not answer
 };
 
 class DispatcherService : public FallibleService {

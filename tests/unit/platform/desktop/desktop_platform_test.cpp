@@ -64,6 +64,7 @@ class DesktopPlatformTest : public testing::Test {
     environment.set("SDL_VIDEODRIVER", "dummy");
     environment.set("SDL_AUDIODRIVER", "disk");
     environment.set("SDL_DISKAUDIOFILE", "/dev/null");
+    environment.set("BRLAPI_HOST", "127.0.0.1:9");  // nobody's display
     environment.set("SPEECHD_ADDRESS", "unix_socket:" + (folder.path() / "speechd.sock").string());
     folder.write("vorn9.wav", makeWav(2205));
     options.folder = folder.path();
