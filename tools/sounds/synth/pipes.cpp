@@ -31,10 +31,6 @@ std::vector<double> stoppedWood() {
   return {1, 0.12, 0.5, 0.06, 0.16, 0.03, 0.06};
 }
 
-std::vector<double> principal() {
-  return {1, 0.8, 0.55, 0.42, 0.28, 0.2, 0.13, 0.1, 0.06, 0.04};
-}
-
 std::vector<double> fairground() {
   return {1, 0.85, 0.8, 0.6, 0.5, 0.38, 0.3, 0.2, 0.15, 0.1, 0.07};
 }

@@ -26,7 +26,6 @@ Signal pipe(Noise& noise, double rate, const Pipe& pipe);
 
 /// Partials of a few voices of an organ.
 std::vector<double> stoppedWood();  ///< hollow: odd partials
-std::vector<double> principal();    ///< full
 std::vector<double> fairground();   ///< loud and bright
 
 }  // namespace vorn::synth

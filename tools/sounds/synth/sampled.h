@@ -12,15 +12,11 @@ namespace vorn::synth {
 
 /// As General MIDI numbers them, from 0.
 enum class Sampled {
-  kGlockenspiel = 9,
-  kMusicBox = 10,
   kTubularBells = 14,
   kChurchOrgan = 19,
-  kReedOrgan = 20,
   kAccordion = 21,
   kHarmonica = 22,
   kTangoAccordion = 23,
-  kPanPipes = 75,
   kBanjo = 105,
   kFiddle = 110
 };
