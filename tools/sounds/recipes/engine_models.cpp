@@ -219,14 +219,14 @@ Signal rallyFour(Run run) {
   const Signal open = highpass(push, run.rate, 60);
   Signal sound = open;
   scale(sound, 0.5);
-  mixGrowing(sound, bandpass(open, run.rate, growing(run, course, 640, 1060), 3), course, 1.3, 3.0);
-  mixInto(sound, bandpass(open, run.rate, 170, 0.8), 0.7);
+  mixGrowing(sound, bandpass(open, run.rate, growing(run, course, 600, 700), 2), course, 1.3, 1.6);
+  mixInto(sound, bandpass(open, run.rate, 150, 0.8), 1.0);
   mixInto(sound, breath(run, push, 800, 1), 0.2);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 2.5);
   // Voices have their first formant where others have their body.
   sound = peaking(sound, run.rate, 390, 0.8, -6);
-  return muffled(sound, run, course, 60, 1080, 1150);
+  return muffled(sound, run, course, 60, 1050, 1000);
 }
 
 Signal dieselTruck(Run run) {
