@@ -16,7 +16,12 @@ class KeyLatch {
   /// A tap is forgotten where no reading has come so long after its end.
   static constexpr std::uint32_t kPatienceMs = 250;
 
-  void wentDown(int keyCode) { keys_.at(static_cast<std::size_t>(keyCode)) = {true, {}}; }
+  /// `at`: when it did, where that may be told late: a reading may have found it held since.
+  void wentDown(int keyCode, std::optional<std::uint32_t> at = {}) {
+    const auto code = static_cast<std::size_t>(keyCode);
+    const bool isRead = at && lastHeld_.at(code) != 0 && static_cast<std::int32_t>(*at - lastReading_) <= 0;
+    keys_.at(code) = {!isRead, {}};
+  }
   void wentUp(int keyCode, std::uint32_t now) {
     Key& key = keys_.at(static_cast<std::size_t>(keyCode));
     if (key.isUnread) key.tapEndedAt = now;
@@ -24,6 +29,8 @@ class KeyLatch {
   }
   /// What a reading at `now` finds, given the keys that are held.
   KeyboardState read(KeyboardState held, std::uint32_t now) {
+    lastHeld_ = held;
+    lastReading_ = now;
     for (std::size_t code = 0; code < keys_.size(); ++code) {
       if (keys_[code].tapEndedAt && now - *keys_[code].tapEndedAt <= kPatienceMs) held[code] = kKeyIsDown;
       keys_[code] = {};
@@ -39,6 +46,8 @@ class KeyLatch {
     std::optional<std::uint32_t> tapEndedAt;  ///< it has gone up as well
   };
   std::array<Key, 256> keys_{};
+  KeyboardState lastHeld_{};
+  std::uint32_t lastReading_ = 0;
 };
 
 }  // namespace vorn

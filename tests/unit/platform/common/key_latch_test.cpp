@@ -70,5 +70,18 @@ TEST(KeyLatch, KeepsTapsOfSeveralKeysApart) {
   EXPECT_FALSE(isDown(taps.read({}, 1030), kDown));
 }
 
+TEST(KeyLatch, APressToldOfLateIsNotReadTwice) {
+  KeyLatch latch;
+  KeyboardState held{};
+  held[200] = KeyLatch::kKeyIsDown;
+  EXPECT_NE(latch.read(held, 1010)[200], 0);
+  latch.wentDown(200, 1000);  // before the reading that found it held
+  latch.wentUp(200, 1120);
+  EXPECT_EQ(latch.read({}, 1210)[200], 0);
+  latch.wentDown(200, 1220);
+  latch.wentUp(200, 1230);
+  EXPECT_NE(latch.read({}, 1250)[200], 0) << "the next tap";
+}
+
 }  // namespace
 }  // namespace vorn
