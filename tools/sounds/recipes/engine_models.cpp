@@ -273,11 +273,11 @@ Signal twoStroke(Run run) {
   scale(sound, 0.5);
   // The expansion chamber has its pitch, whatever the engine does.
   mixGrowing(sound, bandpass(open, run.rate, 500, 2.5), course, 1.4, 0.3);
-  mixGrowing(sound, bandpass(open, run.rate, 840, 2.5), course, 1.0, 3.6);
+  mixGrowing(sound, bandpass(open, run.rate, 800, 2.2), course, 1.0, 2.9);
   mixInto(sound, breath(run, push, 900, 1.2), 0.3);
   sound = withPeak(std::move(sound), 1);
   saturate(sound, 2);
-  return muffled(sound, run, course, 70, 1300, 1030);
+  return muffled(sound, run, course, 70, 1300, 920);
 }
 
 Signal turbine(Run run) {
