@@ -63,8 +63,8 @@ Audio loon(const Recording& recording) {
   const auto wail = [&](double at, double seconds, const Contour& pitch, double gain) {
     const Contour loudness{{0, 0}, {0.08, 0.7}, {0.45 * seconds, 1}, {0.75 * seconds, 0.8}, {seconds, 0}};
     canvas.add(at,
-               synth::harmonics(rate, seconds, synth::vibrato(pitch, 5.3, 0.006),
-                                {1, 0.5, 0.26, 0.14, 0.08}, loudness),
+               synth::harmonics(rate, seconds, synth::vibrato(pitch, 5.3, 0.006), {1, 0.5, 0.26, 0.14, 0.08},
+                                loudness),
                gain);
   };
   wail(0.05, 1.15,
