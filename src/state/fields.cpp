@@ -243,10 +243,4 @@ bool setField(GameState& g, std::string_view name, double value) {
   return done;
 }
 
-std::vector<std::string> fieldNames(const GameState& g) {
-  std::vector<std::string> names;
-  visitFields(g, [&](std::string_view field, const auto&, const Range&) { names.emplace_back(field); });
-  return names;
-}
-
 }  // namespace vorn

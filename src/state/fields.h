@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "state/game_state.h"
 
@@ -22,8 +21,5 @@ std::optional<FieldValue> getField(const GameState& g, std::string_view name);
 /// Sets a numeric field; whole fields take the nearest whole number. Returns
 /// false where there is no such numeric field, or the value is outside its range.
 bool setField(GameState& g, std::string_view name, double value);
-
-/// All names that can be asked for, arrays without their index.
-std::vector<std::string> fieldNames(const GameState& g);
 
 }  // namespace vorn

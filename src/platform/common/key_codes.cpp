@@ -115,12 +115,6 @@ constexpr Key kKeys[] = {
     {"NonUsBackslash", 226, 86},
 };
 
-template <typename Matches>
-const Key* findKey(Matches matches) {
-  const auto* const found = std::find_if(std::begin(kKeys), std::end(kKeys), matches);
-  return found == std::end(kKeys) ? nullptr : found;
-}
-
 }  // namespace
 
 std::span<const Key> allKeys() {
@@ -128,11 +122,9 @@ std::span<const Key> allKeys() {
 }
 
 const Key* keyByName(std::string_view name) {
-  return findKey([&](const Key& key) { return key.name == name; });
-}
-
-const Key* keyByCode(int keyCode) {
-  return findKey([&](const Key& key) { return key.keyCode == keyCode; });
+  const auto* const found =
+      std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& key) { return key.name == name; });
+  return found == std::end(kKeys) ? nullptr : found;
 }
 
 std::optional<KeyStroke> strokeFor(char character) {

@@ -19,8 +19,6 @@ std::span<const Key> allKeys();
 
 /// The key with this name, in exactly this spelling; null where there is none.
 const Key* keyByName(std::string_view name);
-/// The key with this key code; null where there is none.
-const Key* keyByCode(int keyCode);
 
 /// How a character is typed.
 struct KeyStroke {

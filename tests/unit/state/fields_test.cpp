@@ -158,15 +158,5 @@ TEST_F(Fields, NeverAskedReadsAsZero) {
   EXPECT_THAT(getField(g, "lastSayLapTick"), Optional(VariantWith<std::int64_t>(0)));
 }
 
-TEST_F(Fields, TheListOfNamesHoldsThemAll) {
-  const std::vector<std::string> names = fieldNames(g);
-  for (const char* name : kWholeFields) EXPECT_THAT(names, testing::Contains(name));
-  for (const char* name : kRealFields) EXPECT_THAT(names, testing::Contains(name));
-  for (const char* name : kTextFields) EXPECT_THAT(names, testing::Contains(name));
-  const std::size_t arrays = 3, others = 2;  // bufferFlags and joystickButtons
-  EXPECT_EQ(names.size(),
-            std::size(kWholeFields) + std::size(kRealFields) + std::size(kTextFields) + arrays + others);
-}
-
 }  // namespace
 }  // namespace vorn
