@@ -120,6 +120,12 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
   const auto belongs = [&](CLI::Option* option) { option->group(kDesktopGroup); };
   belongs(
       app.add_flag("--captions", line.desktop.captions, "everything spoken also goes to standard output"));
+  belongs(app.add_option("--volume", line.desktop.volume, "decibels of the whole game, 0 and down [0]")
+              ->check(CLI::Range(-60.0, 0.0))
+              ->type_name("DB"));
+  belongs(app.add_option("--duck", line.desktop.duck, "decibels by which a voice lowers the sounds [8]")
+              ->check(CLI::Range(0.0, 40.0))
+              ->type_name("DB"));
   CLI::Option* const record =
       app.add_option("--record", line.desktop.record, "write what you do as the script of a headless session")
           ->type_name("FILE");

@@ -130,8 +130,9 @@ double RoadBook::line(const Sight& sight) const {
     length += segment(i - 1).length;
     if (i == 1) break;
   }
-  for (std::size_t i = sight.segment + 1; goesOn(i) && i < track_.segments.size(); ++i)
+  for (std::size_t i = sight.segment + 1; goesOn(i) && i < track_.segments.size(); ++i) {
     length += segment(i).length;
+  }
   const double inside = insideOf(here.push.turn);
   const double outside = here.push.turn == Turn::kLeft ? skill_.outside : 100 - skill_.outside;
   return inside + (outside - inside) * std::clamp(way / length, 0.0, 1.0);

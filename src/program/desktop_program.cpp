@@ -82,6 +82,8 @@ int playOnDesktop(const DesktopRequest& request) {
   options.folder = folder.path;
   options.startsPrograms = folder.isTrusted;
   options.speech = request.speech;
+  options.duckDecibels = request.duck;
+  options.quieterDecibels = -request.volume;
   if (request.captions && !request.demonstration) options.captions = &captions;
   std::unique_ptr<Platform> desktop;
   try {

@@ -11,6 +11,8 @@ namespace vorn {
 struct DesktopRequest {
   std::filesystem::path folder;  ///< empty: wherever the game finds its place
   SpeechChoice speech = SpeechChoice::kAuto;
+  double volume = 0;             ///< decibels of the whole game, -60 .. 0
+  double duck = 8;               ///< decibels by which a voice lowers the sounds, 0 .. 40
   bool captions = false;         ///< everything spoken also goes to standard output
   bool demonstration = false;    ///< a built-in driver plays
   int track = 1;                 ///< that it races on, 1 .. 10

@@ -16,24 +16,23 @@ class KeyLatch {
   /// A tap is forgotten where no reading has come so long after its end.
   static constexpr std::uint32_t kPatienceMs = 250;
 
-  /// `at`: when it did, where that may be told late: a reading may have found it held since.
-  void wentDown(int keyCode, std::optional<std::uint32_t> at = {}) {
-    const auto code = static_cast<std::size_t>(keyCode);
-    const bool isRead = at && lastHeld_.at(code) != 0 && static_cast<std::int32_t>(*at - lastReading_) <= 0;
-    keys_.at(code) = {!isRead, {}};
+  void wentDown(int keyCode) {
+    Key& key = keys_.at(static_cast<std::size_t>(keyCode));
+    key.isUnread = !key.isSeen;  // word of a key may come after a reading that has found it
   }
   void wentUp(int keyCode, std::uint32_t now) {
     Key& key = keys_.at(static_cast<std::size_t>(keyCode));
     if (key.isUnread) key.tapEndedAt = now;
-    key.isUnread = false;
+    key.isUnread = key.isSeen = false;
   }
   /// What a reading at `now` finds, given the keys that are held.
   KeyboardState read(KeyboardState held, std::uint32_t now) {
-    lastHeld_ = held;
-    lastReading_ = now;
     for (std::size_t code = 0; code < keys_.size(); ++code) {
-      if (keys_[code].tapEndedAt && now - *keys_[code].tapEndedAt <= kPatienceMs) held[code] = kKeyIsDown;
-      keys_[code] = {};
+      Key& key = keys_[code];
+      const bool isTapped = key.tapEndedAt && now - *key.tapEndedAt <= kPatienceMs;
+      key = {};
+      key.isSeen = held[code] != 0;
+      if (isTapped) held[code] = kKeyIsDown;
     }
     return held;
   }
@@ -42,12 +41,11 @@ class KeyLatch {
 
  private:
   struct Key {
-    bool isUnread = false;                    ///< it has gone down since the last reading
+    bool isSeen = false;                      ///< the last reading has found it held
+    bool isUnread = false;                    ///< it has gone down since, or unseen
     std::optional<std::uint32_t> tapEndedAt;  ///< it has gone up as well
   };
   std::array<Key, 256> keys_{};
-  KeyboardState lastHeld_{};
-  std::uint32_t lastReading_ = 0;
 };
 
 }  // namespace vorn

@@ -78,6 +78,8 @@ class DesktopPlatform : public Platform {
         braille_(window_.number()),
         speech_(makeSpeech()) {
     braille_.setInFront(true);
+    mixer_.setDucking(options.duckDecibels);
+    mixer_.setVolume(options.quieterDecibels);
   }
 
   std::int32_t tickCount() override { return clock_.now(); }
@@ -178,7 +180,6 @@ void DesktopPlatform::doYield(int atMostMs) {
   lookAfterSound();
   window_.deliver(receiver_);
   controllers_.notify(receiver_);
-  speech_->isSpeaking();  // nobody may ask for long during a race, and a voice that fails is to be noticed
 }
 
 std::unique_ptr<SpeechService> DesktopPlatform::makeSpeech() {
@@ -230,6 +231,9 @@ void DesktopPlatform::lookAfterFocus() {
 /// Where nothing can be heard the player is told so by all other means, and by the
 /// voice once it can be.
 void DesktopPlatform::lookAfterSound() {
+  // To be asked in every moment anyhow: the game may not ask for long, and a voice that fails is to be
+  // noticed.
+  mixer_.setDucked(speech_->isSpeaking());
   const bool isHeard = audio_.isHeard();
   if (isHeard == isHeard_) {
     return;

@@ -19,6 +19,8 @@ struct DesktopOptions {
   SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own where its daemon runs
   std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
   int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
+  double duckDecibels = 8;                    ///< by which sounds are lowered under a voice
+  double quieterDecibels = 0;                 ///< by which everything is
   bool startsPrograms = true;                 ///< whether programs of the folder may be started
   bool answerBoxes = false;                   ///< message boxes go to standard error and are answered at once
 };

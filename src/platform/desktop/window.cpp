@@ -157,7 +157,7 @@ void Window::noteKey(const SDL_KeyboardEvent& event) {
     return;
   }
   if (event.type == SDL_KEYDOWN) {
-    taps_.wentDown(key->keyCode, event.timestamp);
+    taps_.wentDown(key->keyCode);
   } else {
     taps_.wentUp(key->keyCode, event.timestamp);
   }

@@ -27,11 +27,13 @@ class Glide {
 
   explicit Glide(float value) : value_(value), target_(value) {}
 
-  void aim(float target) {
+  /// Sets off for `target`, to be there after `frames`.
+  void aim(float target, int frames = kFrames) {
     target_ = target;
-    step_ = (target - value_) / kFrames;
-    left_ = kFrames;
+    step_ = (target - value_) / static_cast<float>(frames);
+    left_ = frames;
   }
+  float target() const { return target_; }
   void snap(float value) {
     value_ = target_ = value;
     left_ = 0;

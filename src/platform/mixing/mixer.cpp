@@ -1,6 +1,7 @@
 #include "platform/mixing/mixer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "platform/errors.h"
@@ -53,6 +54,27 @@ void Mixer::reclaim() {
   }
 }
 
+void Mixer::setDucking(double decibels) {
+  duckedGain_ = static_cast<float>(std::pow(10, -decibels / 20));
+}
+
+void Mixer::setVolume(double decibels) {
+  volume_ = static_cast<float>(std::pow(10, -decibels / 20));
+}
+
+/// Muting is quick, and ducking as quick as a voice begins and as slow as an ear forgets it.
+void Mixer::aimLoudness() {
+  const float duckedGain = duckedGain_.load(std::memory_order_relaxed);
+  const bool muted = muted_.load(std::memory_order_relaxed);
+  const bool ducked = ducked_.load(std::memory_order_relaxed);
+  const float aim = muted ? 0 : ducked ? duckedGain : 1;
+  if (aim == loudness_.target()) {
+    return;
+  }
+  const bool concernsMuting = muted || loudness_.target() == 0;
+  loudness_.aim(aim, concernsMuting ? Glide::kFrames : ducked ? kDuckFrames : kRiseFrames);
+}
+
 void Mixer::render(float* interleaved, int frames) {
   std::array<float, kChunk> left, right;
   for (int done = 0; done < frames; done += kChunk) {
@@ -77,17 +99,18 @@ void Mixer::mixChunk(float* left, float* right, int count) {
       place.store(nullptr, std::memory_order_release);
     }
   }
-  const bool muted = muted_.load(std::memory_order_relaxed);
-  if (muted != isMuted_) {
-    isMuted_ = muted;
-    loudness_.aim(muted ? 0.0F : 1.0F);
-  }
+  aimLoudness();
   std::fill_n(left, count, 0.0F);
   std::fill_n(right, count, 0.0F);
   Glide sameLoudness = loudness_;
   loudness_.mixInto(left, gameLeft.data(), count);
   sameLoudness.mixInto(right, gameRight.data(), count);
   voice_.mixInto(interpolator_, left, right, count);
+  const float volume = volume_.load(std::memory_order_relaxed);
+  for (int i = 0; volume != 1 && i < count; ++i) {
+    left[i] *= volume;
+    right[i] *= volume;
+  }
   limiter_.process(left, right, count);
 }
 

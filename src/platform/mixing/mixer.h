@@ -34,6 +34,12 @@ class Mixer {
   std::unique_ptr<SoundBuffer> createBuffer(std::shared_ptr<const Recording> recording);
   /// Silences every buffer, but not the voice; they all run on meanwhile.
   void setMuted(bool muted) { muted_ = muted; }
+  /// Lowers every buffer under a voice, or lets it rise again; slow enough to be
+  /// no event of its own. By how much `setDucking` tells, in decibels from 0.
+  void setDucked(bool ducked) { ducked_ = ducked; }
+  void setDucking(double decibels);
+  /// Turns down everything, the voice too, by decibels from 0.
+  void setVolume(double decibels);
   VoiceStream& voice() { return voice_; }
 
   // Rendering thread.
@@ -43,13 +49,17 @@ class Mixer {
  private:
   class Buffer;
   static constexpr int kChunk = 64;
+  static constexpr int kDuckFrames = kRate * 30 / 1000;
+  static constexpr int kRiseFrames = kRate * 250 / 1000;
 
   void mixChunk(float* left, float* right, int count);
+  void aimLoudness();
   void reclaim();
 
   const Interpolator interpolator_;
   VoiceStream voice_;
-  std::atomic<bool> muted_{false};
+  std::atomic<bool> muted_{false}, ducked_{false};
+  std::atomic<float> duckedGain_{1}, volume_{1};
 
   // A channel stands in its place until the rendering thread, finding it released
   // and silent, clears the place; then the game thread frees it.
@@ -57,7 +67,6 @@ class Mixer {
   std::array<std::unique_ptr<SoundChannel>, kMostBuffers> owned_;  ///< the game thread's
 
   // The rendering thread's own.
-  bool isMuted_ = false;
   Glide loudness_{1};
   Limiter limiter_;
 };

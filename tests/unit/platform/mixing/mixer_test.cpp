@@ -639,6 +639,57 @@ TEST_F(MixerTest, MutedItRunsOnUnheardButForTheVoice) {
 
 // ---- The voice
 
+TEST_F(MixerTest, DuckingLowersTheSoundsUnderAVoiceAndNotTheVoice) {
+  auto buffer = mixer.createBuffer(recordingOf(48000, sine(48000, 997, 0.2)));
+  buffer->Play(1);
+  mixer.setDucking(8);
+  render(4800);
+  mixer.setDucked(true);
+  render(Mixer::kDelay + 48 * 30);
+  EXPECT_NEAR(decibels(fitSine(render(4800).left, 997).amplitude), decibels(0.2) - 8, 0.05);
+  mixer.setDucked(false);
+  render(Mixer::kDelay + 48 * 125);
+  const double halfWay = decibels(fitSine(render(480).left, 997).amplitude);
+  EXPECT_GT(halfWay, decibels(0.2) - 6);
+  EXPECT_LT(halfWay, decibels(0.2) - 1);
+  render(48 * 125);
+  EXPECT_NEAR(decibels(fitSine(render(4800).left, 997).amplitude), decibels(0.2), 0.05);
+}
+
+TEST_F(MixerTest, DuckingLeavesTheVoiceAlone) {
+  std::array<float, 2> loudest{};
+  for (const bool isDucked : {false, true}) {
+    Mixer fresh;
+    fresh.setDucking(20);
+    fresh.setDucked(isDucked);
+    std::vector<float> out(2 * 9600);
+    fresh.render(out.data(), 4800);
+    fresh.voice().write(fresh.voice().ticket(), 22050, speechOf(4000));
+    fresh.render(out.data(), 9600);
+    loudest[isDucked ? 1 : 0] = *std::max_element(out.begin(), out.end());
+  }
+  EXPECT_GT(loudest[0], 0.1F);
+  EXPECT_EQ(loudest[0], loudest[1]);
+}
+
+TEST_F(MixerTest, MutingGoesBeforeDucking) {
+  auto buffer = mixer.createBuffer(recordingOf(48000, sine(48000, 997, 0.2)));
+  buffer->Play(1);
+  mixer.setDucking(8);
+  mixer.setDucked(true);
+  mixer.setMuted(true);
+  render(4800);
+  EXPECT_EQ(peak(render(4800).left), 0);
+}
+
+TEST_F(MixerTest, VolumeTurnsEverythingDown) {
+  auto buffer = mixer.createBuffer(recordingOf(48000, sine(48000, 997, 0.2)));
+  buffer->Play(1);
+  mixer.setVolume(6);
+  render(4800);
+  EXPECT_NEAR(decibels(fitSine(render(4800).left, 997).amplitude), decibels(0.2) - 6, 0.05);
+}
+
 TEST_F(MixerTest, TheVoiceIsHeardOnBothSidesAtItsOwnPitch) {
   for (const int rate : {8000, 16000, 22050, 44100, 48000}) {
     speak(speechOf(4000, 16384), rate);
