@@ -41,8 +41,9 @@ constexpr double kFullBrakeTravel = 10000;
 
 /// Leaving neutral with the gas pressed.
 void launch(GameState& g) {
-  if (g.inputDevice == kJoystick)
+  if (g.inputDevice == kJoystick) {
     spendButton(g, &InputState::btnUpShift);  // the same press must not shift again
+  }
   if (!isGasAsked(g, kLaunchingGas)) return;
   play2(g, "vorn3");
   g.speed = g.engineRpm / 5 + 4;

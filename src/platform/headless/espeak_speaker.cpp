@@ -5,8 +5,9 @@
 namespace vorn {
 
 EspeakSpeaker::EspeakSpeaker(int voiceCount, Render* render) : voices_(synth_.voices()), render_(render) {
-  if (voices_.size() > static_cast<std::size_t>(voiceCount))
+  if (voices_.size() > static_cast<std::size_t>(voiceCount)) {
     voices_.resize(static_cast<std::size_t>(voiceCount));
+  }
 }
 
 std::int64_t EspeakSpeaker::say(const Utterance& utterance) {

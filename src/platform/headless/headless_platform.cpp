@@ -15,8 +15,9 @@ constexpr int kRunTimeError = 1;
 constexpr const char* kControllerIdentifier = "virtual controller";
 
 std::unique_ptr<Speaker> makeSpeaker(const HeadlessOptions& options, Render* render) {
-  if (options.speech == HeadlessSpeech::kEspeak)
+  if (options.speech == HeadlessSpeech::kEspeak) {
     return std::make_unique<EspeakSpeaker>(options.voices, render);
+  }
   return std::make_unique<SilentSpeaker>(options.voices);
 }
 
@@ -73,8 +74,9 @@ void HeadlessPlatform::doYield(int) {
 void HeadlessPlatform::notifyOfController() {
   ControllerState& controller = world_.controller;
   if (!controller.notify || world_.receiver == nullptr) return;
-  if (std::exchange(controller.hasChanged, false))
+  if (std::exchange(controller.hasChanged, false)) {
     world_.receiver->DirectXEvent8_DXCallback(*controller.notify);
+  }
 }
 
 int HeadlessPlatform::messageBox(const std::string& text) {

@@ -98,8 +98,9 @@ void appendTap(Steps& steps, const Key* key, std::int64_t heldMs = kTapMs) {
 Steps parseWaitTick(Line& line) {
   step::AwaitTicks await{1, std::nullopt};
   Line ahead = line;
-  if (!ahead.isAtEnd() && ahead.word("") != "or")
+  if (!ahead.isAtEnd() && ahead.word("") != "or") {
     await.count = takeWhole(line, 1, kMostTicks, "the number of ticks");
+  }
   if (!line.isAtEnd()) {
     takeOneOf(line, "what follows the ticks", {"or"});
     await.orMilliseconds = takeMilliseconds(line);

@@ -70,8 +70,9 @@ bool ScriptRunner::finishSteps() {
   while (next_ != steps_.size()) {
     if (const auto* wait = std::get_if<Wait>(&steps_[next_])) {
       if (!std::visit([this](const auto& await) { return isOver(await); }, *wait)) {
-        if (hasPassedLimit())
+        if (hasPassedLimit()) {
           endAtLimit(std::visit([](const auto& await) { return describe(await); }, *wait));
+        }
         return false;
       }
       beginStep(next_ + 1);
@@ -189,8 +190,9 @@ void ScriptRunner::carryOut(const step::GetField& get) {
 }
 
 void ScriptRunner::carryOut(const step::SetField& set) {
-  if (!world_.fields.set || !world_.fields.set(set.name, set.value))
+  if (!world_.fields.set || !world_.fields.set(set.name, set.value)) {
     throw ScriptError("there is no such numeric field, or it cannot hold the value: " + set.name);
+  }
 }
 
 void ScriptRunner::carryOut(const step::Echo& echo) {
