@@ -5,7 +5,7 @@
 #include <iomanip>
 #include <sstream>
 
-#include "cue_names.h"
+#include "tracks/cue_names.h"
 
 namespace vorn::trackmap {
 namespace {

@@ -3,12 +3,12 @@
 
 #include <stdexcept>
 
-#include "cue_names.h"
 #include "documents.h"
 #include "picture.h"
 #include "road.h"
 #include "support/temporary_folder.h"
 #include "tracks/catalogue.h"
+#include "tracks/cue_names.h"
 
 namespace vorn::trackmap {
 namespace {

@@ -1,10 +1,10 @@
-#include "cue_names.h"
+#include "tracks/cue_names.h"
 
 #include <array>
 #include <stdexcept>
 #include <string>
 
-namespace vorn::trackmap {
+namespace vorn {
 namespace {
 
 /// By number; there is no cue 0.
@@ -92,4 +92,4 @@ const char* cueName(int cue) {
   return kNames[cue];
 }
 
-}  // namespace vorn::trackmap
+}  // namespace vorn
