@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/axis_law.h"
+#include "platform/common/axis_law.h"
 #include "platform/platform.h"
 
 namespace vorn {

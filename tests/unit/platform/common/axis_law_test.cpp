@@ -1,4 +1,4 @@
-#include "platform/desktop/axis_law.h"
+#include "platform/common/axis_law.h"
 
 #include <gtest/gtest.h>
 
