@@ -6,14 +6,6 @@
 namespace vorn {
 namespace {
 
-constexpr Skill kSkill{.entryStep = 6.3,
-                       .changeStep = 6.3,
-                       .buildUp = 0,
-                       .topStep = 6.3,
-                       .drift = 45,
-                       .slowing = 3.3,
-                       .jumpSpeed = 115};
-
 constexpr double kAxisPerStep = 1500;
 constexpr double kFullStep = 6.67;
 constexpr double kWorthSteering =
@@ -35,7 +27,8 @@ int gearFor(double speed, int gear) {
   return gear;
 }
 
-WheelDriver::WheelDriver(const Track& track) : road_(track, kSkill) {}
+WheelDriver::WheelDriver(const Track& track, double topSpeed)
+    : road_(track, kWheelSkill), topSpeed_(topSpeed) {}
 
 int WheelDriver::steering(const Sight& sight) const {
   const Sight next = road_.pushed(sight);
@@ -64,7 +57,7 @@ void WheelDriver::shift(const Sight& sight) {
 
 WheelControls WheelDriver::after(const TickReport& tick) {
   const Sight sight = road_.sightAfter(tick);
-  wantedSpeed_ = road_.speedLimit(sight);
+  wantedSpeed_ = std::min(road_.speedLimit(sight), topSpeed_);
   controls_.steering = steering(sight);
   controls_.pedals = pedals(sight);
   shift(sight);

@@ -1,6 +1,8 @@
 /// A driver with wheel and pedals who knows the track. Pure.
 #pragma once
 
+#include <limits>
+
 #include "demo/road_book.h"
 
 namespace vorn {
@@ -13,9 +15,18 @@ struct WheelControls {
   bool isDownShiftHeld = false;
 };
 
+inline constexpr Skill kWheelSkill{.entryStep = 6.3,
+                                   .changeStep = 6.3,
+                                   .buildUp = 0,
+                                   .topStep = 6.3,
+                                   .drift = 45,
+                                   .slowing = 3.3,
+                                   .jumpSpeed = 115};
+
 class WheelDriver {
  public:
-  explicit WheelDriver(const Track& track);
+  /// Never wants to be faster than `topSpeed`, mph.
+  explicit WheelDriver(const Track& track, double topSpeed = std::numeric_limits<double>::infinity());
 
   WheelControls after(const TickReport& tick);
 
@@ -25,6 +36,7 @@ class WheelDriver {
   void shift(const Sight& sight);
 
   RoadBook road_;
+  double topSpeed_;
   double wantedSpeed_ = 0;
   WheelControls controls_;
 };
