@@ -49,8 +49,9 @@ ControllerReading ControllerReader::read(const RawControls& raw) {
   if (raw.isUp != raw.isDown) reading.stick = raw.isUp ? -1 : 1;
   for (std::size_t button = 0; button < std::min(raw.buttons.size(), layout_.buttons.size()); ++button) {
     const int number = layout_.buttons[button];
-    if (number != kNoButton && raw.buttons[button])
+    if (number != kNoButton && raw.buttons[button]) {
       reading.buttons.at(static_cast<std::size_t>(number)) = 0x80;
+    }
   }
   return reading;
 }

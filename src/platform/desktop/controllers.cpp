@@ -5,57 +5,27 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <optional>
+#include <utility>
 
+#include "platform/common/axis_law.h"
 #include "platform/errors.h"
 
 namespace vorn {
 namespace {
 
-constexpr double kFullTravel = 32767;
-constexpr int kMostButtons = 32;
+constexpr const char* kGone = " The controller is disconnected. ";
+constexpr const char* kBack = " The controller is connected again. ";
+constexpr const char* kAnother = " A controller is connected. The game takes it when it starts again. ";
+constexpr const char* kPedalsGone = " The pedals are disconnected. ";
+constexpr const char* kPedalsBack = " The pedals are connected. ";
 
-std::string guidText(SDL_JoystickGUID guid) {
-  std::array<char, 33> text{};
-  SDL_JoystickGetGUIDString(guid, text.data(), static_cast<int>(text.size()));
-  return text.data();
+LayoutKind kindAt(int index) {
+  return layoutOf(sdlControllerFacts(index)).kind;
 }
 
-/// Where the wheel's pedals lie among its axes.
-struct Pedals {
-  int gas, brake;
-};
-
-/// Wheels list their pedals behind the steering axis, the clutch, where there is one, before the two others.
-std::optional<Pedals> pedalsOf(SDL_Joystick* joystick) {
-  constexpr int kWithPedals = 3, kWithClutch = 4;
-  const int axes = SDL_JoystickNumAxes(joystick);
-  if (SDL_JoystickGetType(joystick) != SDL_JOYSTICK_TYPE_WHEEL || axes < kWithPedals) {
-    return std::nullopt;
-  }
-  return axes >= kWithClutch ? Pedals{2, 3} : Pedals{1, 2};
-}
-
-/// SDL's axes for X, Y, Rx and Ry; -1 where there is none.
-using AxisNumbers = std::array<int, 4>;
-
-AxisNumbers gamepadAxes(SDL_GameController* gamepad) {
-  constexpr SDL_GameControllerAxis kSticks[] = {SDL_CONTROLLER_AXIS_LEFTX, SDL_CONTROLLER_AXIS_LEFTY,
-                                                SDL_CONTROLLER_AXIS_RIGHTX, SDL_CONTROLLER_AXIS_RIGHTY};
-  AxisNumbers numbers{};
-  std::transform(std::begin(kSticks), std::end(kSticks), numbers.begin(), [&](SDL_GameControllerAxis stick) {
-    const auto bind = SDL_GameControllerGetBindForAxis(gamepad, stick);
-    return bind.bindType == SDL_CONTROLLER_BINDTYPE_AXIS ? bind.value.axis : -1;
-  });
-  return numbers;
-}
-
-AxisNumbers plainAxes(int count) {
-  constexpr int kWithThrottle = 5;
-  AxisNumbers numbers = count >= kWithThrottle ? AxisNumbers{0, 1, 3, 4} : AxisNumbers{0, 1, 2, 3};
-  for (int& number : numbers) {
-    number = number < count ? number : -1;
-  }
-  return numbers;
+bool canDrive(LayoutKind kind) {
+  return kind != LayoutKind::kPedals && kind != LayoutKind::kNothing;
 }
 
 bool operator==(const JoystickState& one, const JoystickState& other) {
@@ -67,16 +37,13 @@ bool operator==(const JoystickState& one, const JoystickState& other) {
 
 class Controllers::Device final : public ControllerDevice {
  public:
-  Device(Controllers& owner, int index) : owner_(owner) {
-    if (!openAt(index)) {
+  Device(Controllers& owner, int index) : owner_(owner), controller_(SdlController::open(index)) {
+    if (!controller_) {
       throw PlatformError("CreateDevice", std::to_string(index), SDL_GetError());
     }
     owner_.devices_.push_back(this);
   }
-  ~Device() override {
-    std::erase(owner_.devices_, this);
-    close();
-  }
+  ~Device() override { std::erase(owner_.devices_, this); }
   Device(const Device&) = delete;
   Device& operator=(const Device&) = delete;
 
@@ -105,7 +72,7 @@ class Controllers::Device final : public ControllerDevice {
   void Unacquire() override { isAcquired_ = false; }
   void Poll() override {
     SDL_JoystickUpdate();
-    comeBack();
+    owner_.lookAround();
   }
   JoystickState GetDeviceStateJoystick() override {
     if (!isAcquired_) {
@@ -113,62 +80,50 @@ class Controllers::Device final : public ControllerDevice {
     }
     return reading();
   }
-  int buttonCount() override { return std::clamp(SDL_JoystickNumButtons(joystick_), 0, kMostButtons); }
+  int buttonCount() override { return vorn::buttonCount(controller_->layout()); }
 
-  /// Opens the controller anew where it had been unplugged and is there again.
-  void comeBack();
+  bool isAttached() const { return controller_->isAttached(); }
+  bool isWheel() const { return controller_->layout().kind == LayoutKind::kWheel; }
+  /// Tells `news` of its being unplugged, and goes on with one of its model where there is one.
+  void lookAfterPlug(std::vector<std::string>& news);
   void notify(EventReceiver* receiver);
 
  private:
-  bool openAt(int index);
-  void close();
   JoystickState reading() const;
-  double travelOf(std::size_t axis) const;
-  double pressed(int pedal) const;
+  bool comeBack();
 
   Controllers& owner_;
-  SDL_Joystick* joystick_ = nullptr;
-  SDL_GameController* gamepad_ = nullptr;
-  std::string guid_;
-  AxisNumbers axes_{};
-  std::optional<Pedals> pedals_;
+  std::unique_ptr<SdlController> controller_;
   std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
   std::optional<int> notify_;
   bool isAcquired_ = false;
-  JoystickState told_;  ///< what the game has been told of
+  bool isGone_ = false;  ///< and the player knows
+  JoystickState told_;   ///< what the game has been told of
 };
 
-bool Controllers::Device::openAt(int index) {
-  joystick_ = SDL_JoystickOpen(index);
-  if (joystick_ == nullptr) {
-    return false;
-  }
-  guid_ = guidText(SDL_JoystickGetGUID(joystick_));
-  pedals_ = pedalsOf(joystick_);
-  gamepad_ = !pedals_ && SDL_IsGameController(index) ? SDL_GameControllerOpen(index) : nullptr;
-  axes_ = gamepad_ != nullptr ? gamepadAxes(gamepad_) : plainAxes(SDL_JoystickNumAxes(joystick_));
-  return true;
-}
-
-void Controllers::Device::close() {
-  if (gamepad_ != nullptr) {
-    SDL_GameControllerClose(gamepad_);
-  }
-  gamepad_ = nullptr;
-  SDL_JoystickClose(joystick_);
-}
-
-void Controllers::Device::comeBack() {
-  if (SDL_JoystickGetAttached(joystick_)) {
+void Controllers::Device::lookAfterPlug(std::vector<std::string>& news) {
+  if (isAttached()) {
     return;
   }
+  if (!std::exchange(isGone_, true)) {
+    news.push_back(kGone);
+  }
+  if (comeBack()) {
+    isGone_ = false;
+    news.push_back(kBack);
+  }
+}
+
+bool Controllers::Device::comeBack() {
   for (int index = 0; index < SDL_NumJoysticks(); ++index) {
-    if (guidText(SDL_JoystickGetDeviceGUID(index)) == guid_) {
-      close();
-      openAt(index);
-      return;
+    if (sdlModelId(index) == controller_->modelId()) {
+      if (auto again = SdlController::open(index)) {
+        controller_ = std::move(again);
+        return true;
+      }
     }
   }
+  return false;
 }
 
 void Controllers::Device::SetAxisProperty(AxisProperty property, int object, int value) {
@@ -179,46 +134,18 @@ void Controllers::Device::SetAxisProperty(AxisProperty property, int object, int
   (property == AxisProperty::kDeadZone ? law.deadZone : law.saturation) = value;
 }
 
-/// Everything at rest where the controller has vanished.
 JoystickState Controllers::Device::reading() const {
-  std::array<int, 4> axes;
-  for (std::size_t axis = 0; axis < axes.size(); ++axis) {
-    axes[axis] = axisReading(travelOf(axis), laws_[axis]);
+  ControllerReading now = controller_->read();
+  if (owner_.pedals_ && isWheel()) {
+    const ControllerReading pedals = owner_.pedals_->read();
+    now.gas = std::max(now.gas, pedals.gas);
+    now.brake = std::max(now.brake, pedals.brake);
   }
-  JoystickState state{axes[0], axes[1], axes[2], axes[3], {}};
-  if (SDL_JoystickGetAttached(joystick_)) {
-    const int buttons = std::min(SDL_JoystickNumButtons(joystick_), kMostButtons);
-    for (int button = 0; button < buttons; ++button) {
-      state.buttons[static_cast<std::size_t>(button)] =
-          SDL_JoystickGetButton(joystick_, button) != 0 ? 0x80 : 0;
-    }
-  }
-  return state;
-}
-
-/// -1 .. 1 of X, Y, Rx or Ry.
-double Controllers::Device::travelOf(std::size_t axis) const {
-  constexpr std::size_t kY = 1;
-  if (!SDL_JoystickGetAttached(joystick_)) {
-    return 0;
-  }
-  if (pedals_ && axis == kY) {
-    return pressed(pedals_->brake) - pressed(pedals_->gas);
-  }
-  return axes_[axis] < 0 ? 0 : SDL_JoystickGetAxis(joystick_, axes_[axis]) / kFullTravel;
-}
-
-/// How far a pedal is down, 0 .. 1. It rests at one end of its axis: the end that
-/// it was nearer to when it was plugged in, and mostly the upper one.
-double Controllers::Device::pressed(int pedal) const {
-  std::int16_t first = 0;
-  const bool isKnown = SDL_JoystickGetAxisInitialState(joystick_, pedal, &first);
-  const double rest = isKnown && first < 0 ? -kFullTravel : kFullTravel;
-  return std::clamp(std::abs(SDL_JoystickGetAxis(joystick_, pedal) - rest) / (2 * kFullTravel), 0.0, 1.0);
+  return {axisReading(now.steering, laws_[0]), axisReading(now.gasAndBrake(), laws_[1]),
+          axisReading(now.secondX, laws_[2]), axisReading(now.secondY, laws_[3]), now.buttons};
 }
 
 void Controllers::Device::notify(EventReceiver* receiver) {
-  comeBack();
   if (!isAcquired_ || !notify_ || receiver == nullptr) {
     return;
   }
@@ -232,39 +159,103 @@ void Controllers::Device::notify(EventReceiver* receiver) {
 
 Controllers::Controllers() {
   SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+  SDL_SetHint(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0");  // a button is known by its place
   if (SDL_InitSubSystem(SDL_INIT_GAMECONTROLLER) != 0) {
     std::cerr << "Game controllers cannot be used: " << SDL_GetError() << std::endl;
   }
+  known_ = instances();
+  findPedals();
 }
 
 Controllers::~Controllers() {
+  pedals_.reset();
   SDL_QuitSubSystem(SDL_INIT_GAMECONTROLLER);
+}
+
+Controllers::Instances Controllers::instances() {
+  Instances present;
+  for (int index = 0; index < SDL_NumJoysticks(); ++index) {
+    present.push_back(SDL_JoystickGetDeviceInstanceID(index));
+  }
+  return present;
+}
+
+void Controllers::findPedals() {
+  for (int index = 0; index < SDL_NumJoysticks() && !pedals_; ++index) {
+    if (kindAt(index) == LayoutKind::kPedals) {
+      pedals_ = SdlController::open(index);
+    }
+  }
+}
+
+/// Takes notice of what has been plugged in or out since it was last looked at.
+void Controllers::lookAround() {
+  const Instances before = std::exchange(known_, instances());
+  if (known_ == before) {
+    return;
+  }
+  lookAfterPedals();
+  for (Device* device : devices_) {
+    device->lookAfterPlug(news_);
+  }
+  const bool isOneInUse = std::any_of(devices_.begin(), devices_.end(),
+                                      [](const Device* device) { return device->isAttached(); });
+  for (int index = 0; index < SDL_NumJoysticks() && !isOneInUse; ++index) {
+    const SDL_JoystickID instance = SDL_JoystickGetDeviceInstanceID(index);
+    const bool isNew = std::find(before.begin(), before.end(), instance) == before.end();
+    if (isNew && canDrive(kindAt(index))) {
+      news_.push_back(kAnother);
+    }
+  }
+}
+
+/// Pedals say nothing to a player without a wheel.
+void Controllers::lookAfterPedals() {
+  const bool count =
+      std::any_of(devices_.begin(), devices_.end(), [](const Device* device) { return device->isWheel(); });
+  if (pedals_ && !pedals_->isAttached()) {
+    pedals_.reset();
+    if (count) news_.push_back(kPedalsGone);
+  }
+  if (!pedals_) {
+    findPedals();
+    if (pedals_ && count) news_.push_back(kPedalsBack);
+  }
 }
 
 std::vector<std::string> Controllers::attached() const {
   std::vector<std::string> identifiers;
   for (int index = 0; index < SDL_NumJoysticks(); ++index) {
-    identifiers.push_back(std::to_string(SDL_JoystickGetDeviceInstanceID(index)));
+    if (canDrive(kindAt(index))) {
+      identifiers.push_back(std::to_string(SDL_JoystickGetDeviceInstanceID(index)));
+    }
   }
   return identifiers;
 }
 
 std::unique_ptr<ControllerDevice> Controllers::open(const std::string& identifier) {
-  const auto identifiers = attached();
-  const auto found = std::find(identifiers.begin(), identifiers.end(), identifier);
-  if (found == identifiers.end()) {
+  const Instances present = instances();
+  const auto found = std::find_if(present.begin(), present.end(), [&](SDL_JoystickID instance) {
+    return std::to_string(instance) == identifier;
+  });
+  if (found == present.end()) {
     throw PlatformError("CreateDevice", identifier, "no such controller is attached");
   }
-  return std::make_unique<Device>(*this, static_cast<int>(found - identifiers.begin()));
+  return std::make_unique<Device>(*this, static_cast<int>(found - present.begin()));
 }
 
 void Controllers::notify(EventReceiver* receiver) {
+  lookAround();
   const std::vector<Device*> devices = devices_;  // the receiver may close one
   for (Device* device : devices) {
     if (std::find(devices_.begin(), devices_.end(), device) != devices_.end()) {
       device->notify(receiver);
     }
   }
+}
+
+std::vector<std::string> Controllers::takeNews() {
+  return std::exchange(news_, {});
 }
 
 }  // namespace vorn

@@ -2,23 +2,17 @@
 /// the window is not in front. Nothing here waits; all of it belongs to the
 /// thread that pumps SDL's events.
 ///
-/// Which axis is which:
-/// - a gamepad that SDL knows: left stick X and Y, right stick Rx and Ry;
-/// - a steering wheel with separate pedals: the wheel is X, the pedals together
-///   are Y, gas forward (negative) and brake back, as the game's one gas axis wants;
-/// - anything else, joysticks and wheels with one pedal axis among them: the
-///   first two axes are X and Y, and the two that follow the throttle (or, of
-///   four axes, the last two) are Rx and Ry.
+/// What each axis and button is taken for `platform/common/controller_layout.h` tells.
+/// Pedals with a plug of their own are no controller: they join the first wheel.
 #pragma once
 
 #include <SDL_joystick.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/common/axis_law.h"
+#include "platform/desktop/sdl_controller.h"
 #include "platform/platform.h"
 
 namespace vorn {
@@ -32,18 +26,29 @@ class Controllers {
   Controllers(const Controllers&) = delete;
   Controllers& operator=(const Controllers&) = delete;
 
-  /// Identifiers of those attached now, the first attached first.
+  /// Identifiers of those attached now that a car can be driven with, the first attached first.
   std::vector<std::string> attached() const;
   /// Throws `PlatformError` where no such controller is attached. At most as
   /// long-lived as this.
   std::unique_ptr<ControllerDevice> open(const std::string& identifier);
   /// Tells `receiver` (null: nobody) of the controllers whose state has changed.
   void notify(EventReceiver* receiver);
+  /// What the player should hear since the last call: controllers that have come and gone.
+  std::vector<std::string> takeNews();
 
  private:
   class Device;
+  using Instances = std::vector<SDL_JoystickID>;
+
+  static Instances instances();
+  void lookAround();
+  void lookAfterPedals();
+  void findPedals();
 
   std::vector<Device*> devices_;
+  std::unique_ptr<SdlController> pedals_;  ///< null: none
+  Instances known_;                        ///< that have been looked at
+  std::vector<std::string> news_;
 };
 
 }  // namespace vorn

@@ -180,6 +180,9 @@ void DesktopPlatform::doYield(int atMostMs) {
   lookAfterSound();
   window_.deliver(receiver_);
   controllers_.notify(receiver_);
+  for (const std::string& news : controllers_.takeNews()) {
+    announce(news);
+  }
 }
 
 std::unique_ptr<SpeechService> DesktopPlatform::makeSpeech() {
