@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "codriver/codriver_platform.h"
 #include "platform/common/voice_probe.h"
 #include "platform/headless/session_files.h"
 #include "program/desktop_program.h"
@@ -36,6 +37,7 @@ struct CommandLine {
   HeadlessOptions session;
   SessionFileNames files;
   std::string speech;
+  std::optional<AidSet> aids;
   DesktopRequest desktop;
 };
 
@@ -157,6 +159,13 @@ SpeechChoice speechChoice(const std::string& name) {
   return SpeechChoice::kAuto;
 }
 
+AidSet parseAids(const std::string& list) {
+  if (const auto aids = aidsNamed(list)) return *aids;
+  std::string words;
+  for (const AidName& name : kAidNames) words += std::string(name.word) + ", ";
+  throw CLI::ValidationError("--aids", list + " is neither none nor a list of " + words + "with commas between");
+}
+
 int playHeadless(const CommandLine& line) {
   if (line.session.speech == HeadlessSpeech::kEspeak) {
     if (const std::string damage = damageOfVoiceData(); !damage.empty()) {
@@ -172,7 +181,9 @@ int playHeadless(const CommandLine& line) {
     return kBadCommandLine;
   }
   HeadlessPlatform platform(line.session, files->connections());
-  GameState game(platform);
+  const auto codriver = makeCodriverPlatform(platform, {.aids = line.aids.value_or(AidSet{})});
+  GameState game(*codriver);
+  codriver->watch(game);
   platform.setFields({[&](std::string_view name) { return getField(game, name); },
                       [&](std::string_view name, double value) { return setField(game, name, value); }});
   return platform.run([&] {
@@ -199,6 +210,10 @@ int play(int argc, char** argv) {
   app.add_option("--speech", line.speech,
                  "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak")
       ->type_name("VOICE");
+  app.add_option_function<std::string>(
+         "--aids", [&](const std::string& list) { line.aids = parseAids(list); },
+         "the co-driver's aids: turns, slider, lights, warnings, laps, ghost, with commas between, or none")
+      ->type_name("LIST");
   addDesktopOptions(app, line);
   addHeadlessOptions(app, line);
   try {
@@ -212,6 +227,7 @@ int play(int argc, char** argv) {
   if (line.headless) return playHeadless(line);
   line.desktop.folder = folder;
   line.desktop.speech = speechChoice(line.speech);
+  line.desktop.aids = line.aids;
   try {
     return playOnDesktop(line.desktop);
   } catch (const std::exception& error) {

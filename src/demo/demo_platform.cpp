@@ -6,6 +6,7 @@
 #include "demo/demo_driver.h"
 #include "platform/common/forwarding_platform.h"
 #include "platform/common/key_codes.h"
+#include "platform/common/read_only_files.h"
 #include "platform/common/windows1252.h"
 
 namespace vorn {
@@ -25,27 +26,6 @@ struct DemoInput {
   DemoDriver driver;
   DemoControls controls;
   bool isNotified = false;
-};
-
-/// Reads pass through; the player's files stay as they are.
-class ReadOnlyFiles : public Files {
- public:
-  explicit ReadOnlyFiles(Files& inner) : inner_(inner) {}
-  std::optional<std::string> find(const std::string& name) override { return inner_.find(name); }
-  std::vector<std::string> list(const std::string& prefix, const std::string& suffix) override {
-    return inner_.list(prefix, suffix);
-  }
-  std::string read(const std::string& name) override { return inner_.read(name); }
-  void write(const std::string&, const std::string&) override {}
-  void append(const std::string&, const std::string&) override {}
-  void remove(const std::string&) override {}
-  bool claim() override { return false; }
-  std::unique_ptr<FolderLock> lock() override { return nullptr; }
-  std::uintmax_t size(const std::string& name) override { return inner_.size(name); }
-  std::string readSound(const std::string& name) override { return inner_.readSound(name); }
-
- private:
-  Files& inner_;
 };
 
 /// Speaks through the other platform's voice and lets the driver hear it.

@@ -81,6 +81,9 @@ class Platform {
 
   /// Called once a car tick.
   virtual void carTicked(const TickReport& report) = 0;
+  /// The player stands in a menu from now on, or no longer does. While he does, the game heeds
+  /// the controls alone, and of the window's keys Escape.
+  virtual void menuOffered(bool /*isOpen*/) {}
 
  private:
   virtual void doYield(int atMostMs) = 0;

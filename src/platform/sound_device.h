@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 
 namespace vorn {
@@ -60,6 +61,12 @@ class SoundDevice {
   /// Throws `PlatformError` where the file is missing or cannot be read.
   virtual std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string& slot,
                                                                  const std::string& fileName, int flags) = 0;
+  /// A new buffer of sound that was made on the spot: mono `samples` of -1 .. 1, at
+  /// least one, `hertz` of them a second (100 .. 100000). Traces call it `name`.
+  virtual std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string& slot,
+                                                                    const std::string& name,
+                                                                    std::span<const float> samples,
+                                                                    int hertz) = 0;
 
  protected:
   SoundDevice() = default;

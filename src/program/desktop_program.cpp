@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "codriver/codriver_platform.h"
 #include "demo/demo_platform.h"
 #include "demo/virtual_demo.h"
 #include "platform/common/voice_probe.h"
@@ -29,8 +30,7 @@ void reportError(Platform& platform, GameState& game, const std::string& text) {
   carryOn([&] { platform.messageBox(text); });
 }
 
-int playOn(Platform& platform) {
-  GameState game(platform);
+int playOn(Platform& platform, GameState& game) {
   try {
     Form_Load(game);
     return 0;
@@ -40,6 +40,14 @@ int playOn(Platform& platform) {
     reportError(platform, game, error.what());
     return 1;
   }
+}
+
+int playWithCodriver(Platform& platform, const DesktopRequest& request) {
+  const auto codriver =
+      makeCodriverPlatform(platform, {.aids = request.aids, .introducesItself = true});
+  GameState game(*codriver);
+  codriver->watch(game);
+  return playOn(*codriver, game);
 }
 
 /// A name in `folder` that no file bears: whatever stands there is the player's.
@@ -92,9 +100,13 @@ int playOnDesktop(const DesktopRequest& request) {
     std::cerr << missing.what() << std::endl;
     return recordDemonstration(folder.path, request.track);
   }
-  if (!request.record.empty()) return playOn(*makeRecordingPlatform(*desktop, request.record));
-  if (!request.demonstration) return playOn(*desktop);
-  return playOn(*makeDemoPlatform(*desktop, request.track, captions));
+  if (request.demonstration) {
+    const auto demonstration = makeDemoPlatform(*desktop, request.track, captions);
+    GameState game(*demonstration);
+    return playOn(*demonstration, game);
+  }
+  if (request.record.empty()) return playWithCodriver(*desktop, request);
+  return playWithCodriver(*makeRecordingPlatform(*desktop, request.record), request);
 }
 
 }  // namespace vorn

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
+#include "codriver/settings.h"
 #include "platform/desktop/desktop_platform.h"
 
 namespace vorn {
@@ -16,6 +18,7 @@ struct DesktopRequest {
   bool captions = false;         ///< everything spoken also goes to standard output
   bool demonstration = false;    ///< a built-in driver plays
   int track = 1;                 ///< that it races on, 1 .. 10
+  std::optional<AidSet> aids;    ///< in place of those that the player has switched on before
   std::filesystem::path record;  ///< script of the session that is to be written; empty: none
 };
 

@@ -50,6 +50,18 @@ Action waitForAction(GameState& g, const Menu& menu) {
   return action;
 }
 
+/// Tells the platform for as long as the player stands in a menu.
+class Offer {
+ public:
+  explicit Offer(Platform& platform) : platform_(platform) { platform_.menuOffered(true); }
+  ~Offer() { platform_.menuOffered(false); }
+  Offer(const Offer&) = delete;
+  Offer& operator=(const Offer&) = delete;
+
+ private:
+  Platform& platform_;
+};
+
 }  // namespace
 
 void openMenu(GameState& g, const Menu& menu, int& cursor) {
@@ -59,6 +71,7 @@ void openMenu(GameState& g, const Menu& menu, int& cursor) {
 
 int offerMenu(GameState& g, const Menu& menu, int& cursor) {
   const int last = static_cast<int>(menu.entries.size());
+  const Offer offer(g.platform);
   readKeyboard(g);  // so that the key that has answered a prompt just now is not taken for a choice
   for (;;) {
     dyke(g, kPauseBetweenMoves);

@@ -168,7 +168,10 @@ const TraceRecord& Session::run() {
   std::ostringstream diagnostics;
   options.folder = folder.path();
   HeadlessPlatform platform(options, {&player, &trace_, listener, &diagnostics, sharedRecordings()});
-  GameState game(platform);
+  std::unique_ptr<CodriverPlatform> beside;
+  if (codriver) beside = makeCodriverPlatform(platform, *codriver);
+  GameState game(beside ? static_cast<Platform&>(*beside) : platform);
+  if (beside) beside->watch(game);
   platform.setFields({[&](std::string_view name) { return getField(game, name); },
                       [&](std::string_view name, double value) { return setField(game, name, value); }});
   exitStatus_ = platform.run([&] {

@@ -13,9 +13,11 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <variant>
 
+#include "codriver/codriver_platform.h"
 #include "platform/headless/options.h"
 #include "platform/headless/render.h"
 #include "platform/platform.h"
@@ -38,8 +40,9 @@ class Session {
   Session();
 
   TemporaryFolder folder;
-  HeadlessOptions options;         ///< its folder is set by `run`
-  RenderSink* listener = nullptr;  ///< who hears the mix; not owned; null: nobody
+  HeadlessOptions options;                  ///< its folder is set by `run`
+  RenderSink* listener = nullptr;           ///< who hears the mix; not owned; null: nobody
+  std::optional<CodriverOptions> codriver;  ///< nothing: there is none
 
   /// What the player does next: statements, one a line.
   Session& script(const std::string& statements);

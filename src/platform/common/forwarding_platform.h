@@ -32,6 +32,7 @@ class ForwardingPlatform : public Platform {
   double randomFraction() override { return inner_.randomFraction(); }
   void reseedRandom() override { inner_.reseedRandom(); }
   void carTicked(const TickReport& report) override { inner_.carTicked(report); }
+  void menuOffered(bool isOpen) override { inner_.menuOffered(isOpen); }
 
  protected:
   Platform& inner() { return inner_; }

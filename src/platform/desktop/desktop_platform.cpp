@@ -62,6 +62,11 @@ class MixerSoundDevice : public SoundDevice {
     return mixer_.createBuffer(
         std::make_shared<const Recording>(readWav(fileName, files_.readSound(fileName))));
   }
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string&, const std::string&,
+                                                            std::span<const float> samples,
+                                                            int hertz) override {
+    return mixer_.createBuffer(std::make_shared<const Recording>(recordingOf(samples, hertz)));
+  }
 
  private:
   Mixer& mixer_;

@@ -101,4 +101,14 @@ std::unique_ptr<SoundBuffer> VirtualSoundDevice::CreateSoundBufferFromFile(const
   return buffer;
 }
 
+std::unique_ptr<SoundBuffer> VirtualSoundDevice::CreateSoundBufferFromSamples(const std::string& slot,
+                                                                              const std::string& name,
+                                                                              std::span<const float> samples,
+                                                                              int hertz) {
+  auto buffer = std::make_unique<VirtualSoundBuffer>(
+      world_, slot, std::make_shared<const Recording>(recordingOf(samples, hertz)));
+  world_.trace.sound(slot, "create", name);
+  return buffer;
+}
+
 }  // namespace vorn

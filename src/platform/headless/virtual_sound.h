@@ -42,6 +42,9 @@ class VirtualSoundDevice : public SoundDevice {
   void SetCooperativeLevel(int level) override;
   std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string& slot, const std::string& fileName,
                                                          int flags) override;
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string& slot, const std::string& name,
+                                                            std::span<const float> samples,
+                                                            int hertz) override;
 
  private:
   World& world_;

@@ -118,4 +118,13 @@ Recording readWav(const std::string& fileName, const std::string& bytes) {
   return recording;
 }
 
+Recording recordingOf(std::span<const float> samples, int hertz) {
+  Recording recording;
+  recording.rate = hertz;
+  recording.channels = 1;
+  recording.bytesPerFrame = sizeof(std::int16_t);
+  recording.planes[0].assign(samples.begin(), samples.end());
+  return recording;
+}
+
 }  // namespace vorn

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -26,5 +27,8 @@ struct Recording {
 /// messages alone). Throws `PlatformError` with the name and the reason where
 /// this is no such file or holds no sound.
 Recording readWav(const std::string& fileName, const std::string& bytes);
+
+/// A mono recording of `samples`, -1 .. 1, `hertz` of them a second.
+Recording recordingOf(std::span<const float> samples, int hertz);
 
 }  // namespace vorn

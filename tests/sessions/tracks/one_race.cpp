@@ -26,7 +26,9 @@ std::string offTheGrid(int track, Device device) {
          (hasWheel ? kStartByWheel : startOnKeyboard());
 }
 
-OneRace::OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener) {
+OneRace::OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener,
+                 const std::optional<CodriverOptions>& codriver) {
+  session_.codriver = codriver;
   session_.listener = listener;
   session_.options.controller = device == Device::kWheel;
   session_.script(offTheGrid(track, device));

@@ -21,7 +21,8 @@ class OneRace {
  public:
   /// Drives track 1 .. 10 from the main menu to its results, or to the driver's "end".
   /// `listener`, not owned, hears the mix.
-  OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener = nullptr);
+  OneRace(int track, Device device, const TickDriver& driver, RenderSink* listener = nullptr,
+          const std::optional<CodriverOptions>& codriver = std::nullopt);
 
   const TraceRecord& trace() const { return session_.trace(); }
   /// The ticks that the driver saw: all but the one that the start ends with.

@@ -150,6 +150,10 @@ class RigPlatform::Device : public SoundDevice {
     const int milliseconds = found == rig_.milliseconds.end() ? 1000 : found->second;
     return std::make_unique<Buffer>(rig_, slot, milliseconds * 22.05);
   }
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string&, const std::string& name,
+                                                            std::span<const float>, int) override {
+    throw PlatformError("create", name, "the bench makes no sound");
+  }
 
  private:
   RigPlatform& rig_;

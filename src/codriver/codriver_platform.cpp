@@ -1,0 +1,447 @@
+#include "codriver/codriver_platform.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "codriver/aid.h"
+#include "codriver/guest.h"
+#include "codriver/menu.h"
+#include "platform/common/key_codes.h"
+#include "state/track_names.h"
+#include "tracks/catalogue.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kVirtualF1 = 112, kVirtualF12 = 123;
+constexpr int kWhere = 1, kMenuOrAids = 2, kFirstAidKey = 3;  // function keys
+
+constexpr const char* kTitle = " Vorn 1 tts version 2 By Ostrin ";
+constexpr const char* kEngines = "Start Your Engines!";
+constexpr const char* kIntroduction =
+    " F 2 in any menu opens the co-driver, who helps you to learn the game. ";
+constexpr const char* kForgotten = " The co-driver's settings were damaged, and have been set back. ";
+
+/// Sounds with which the game stops heeding the controls alone: after them any key may mean something.
+constexpr const char* kImpact = "vorn15.wav";
+constexpr const char* kJumpedStart = "vorn5.wav";
+constexpr const char* kFinish = "vorn6.wav";
+
+constexpr int InputState::*kMappedKeys[] = {
+    &InputState::keyMapSpeedometer, &InputState::keyMapTrackPosition, &InputState::keyMapStartEngine,
+    &InputState::keyMapSayLap,      &InputState::keyMapPitRoad,       &InputState::keyMapElapsedTime,
+    &InputState::keyMapSteerLeft,   &InputState::keyMapSteerRight,    &InputState::keyMapUpShift,
+    &InputState::keyMapDownShift,   &InputState::keyMapGas,           &InputState::keyMapBrake,
+    &InputState::keyMapEnter,       &InputState::keyMapHorn,          &InputState::keyMapSayGear,
+};
+
+/// Whether the player has given a key to the game.
+bool isMapped(const InputState& in, int virtualKeyCode) {
+  const auto keys = allKeys();
+  return std::any_of(keys.begin(), keys.end(), [&](const Key& key) {
+    return key.virtualKeyCode == virtualKeyCode &&
+           std::any_of(std::begin(kMappedKeys), std::end(kMappedKeys),
+                       [&](int InputState::*mapped) { return in.*mapped == key.keyCode; });
+  });
+}
+
+/// What the game is doing, as far as keys are concerned.
+enum class Phase {
+  kElsewhere,  ///< any key may mean something to it
+  kMenu,
+  kDriving,  ///< it heeds the controls and Escape
+};
+
+class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit {
+ public:
+  Codriver(Platform& inner, const CodriverOptions& options);
+  ~Codriver() override { inner().setEventReceiver(nullptr); }
+
+  void watch(const GameState& game) override { seat_.game = &game; }
+
+  void setEventReceiver(EventReceiver* receiver) override { seat_.receiver = receiver; }
+  std::unique_ptr<SoundDevice> createSoundDevice() override;
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override;
+  std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override;
+  std::unique_ptr<Voice> createVoice() override;
+  void carTicked(const TickReport& report) override;
+  void menuOffered(bool isOpen) override;
+
+  // From the devices of the game.
+  Seat& seat() { return seat_; }
+  void deviceOpened(SoundDevice* device);
+  void deviceClosed(const SoundDevice* device);
+  void soundLoaded(const std::string& fileName);
+  void said(const std::string& text, int flags);
+
+ private:
+  void Form_KeyDown(int virtualKeyCode, int shiftState) override;
+  void DirectXEvent8_DXCallback(int eventId) override;
+  void doYield(int atMostMs) override;
+
+  // For the aids.
+  void tell(const std::string& text) override;
+  ToneBoard& tones() override { return tones_; }
+  std::uint32_t now() override { return static_cast<std::uint32_t>(inner().tickCount()); }
+  const AidSettings& settings() const override { return settings_; }
+  Files& files() override { return inner().files(); }
+
+  void readSettings(const CodriverOptions& options);
+  void keepSettings();
+  bool takeFunctionKey(int number);
+  void sayWhere();
+  void sayAids();
+  void switchAid(AidKind kind);
+  void openMenu();
+  void waitForHandsOff();
+  void endRace(bool isFinished);
+
+  Seat seat_;
+  AidSettings settings_;
+  bool isForgotten_ = false;  ///< the file was damaged, and nobody knows yet
+  bool introducesItself_ = false;
+  std::vector<std::unique_ptr<Aid>> aids_;
+  ToneBoard tones_;
+  SoundDevice* device_ = nullptr;  ///< that the tones sound through
+  Phase phase_ = Phase::kElsewhere;
+  const GameState* raced_ = nullptr;  ///< the game whose race goes on; null: none does
+  bool isMenuAsked_ = false;
+  std::string lastText_;  ///< that the game has had said in its menu
+};
+
+std::vector<std::unique_ptr<Aid>> makeAids(Cockpit&) {
+  return {};
+}
+
+// --- What the game opens
+
+class WatchedBuffer : public SoundBuffer {
+ public:
+  explicit WatchedBuffer(std::unique_ptr<SoundBuffer> inner) : inner_(std::move(inner)) {}
+
+ private:
+  void doPlay(bool looping) override { inner_->Play(looping ? kLooping : kOnce); }
+  void doStop() override { inner_->Stop(); }
+  void doSetVolume(int hundredthsOfDecibel) override { inner_->SetVolume(hundredthsOfDecibel); }
+  void doSetPan(int hundredthsOfDecibel) override { inner_->SetPan(hundredthsOfDecibel); }
+  void doSetFrequency(int hertz) override { inner_->SetFrequency(hertz); }
+  void doSetCurrentPosition(int byteInTheData) override { inner_->SetCurrentPosition(byteInTheData); }
+  int doGetStatus() override { return inner_->GetStatus(); }
+  int doGetFrequency() override { return inner_->GetFrequency(); }
+  int doDataBytes() const override { return inner_->dataBytes(); }
+
+  std::unique_ptr<SoundBuffer> inner_;
+};
+
+class WatchedSoundDevice : public SoundDevice {
+ public:
+  WatchedSoundDevice(std::unique_ptr<SoundDevice> inner, Codriver& codriver)
+      : inner_(std::move(inner)), codriver_(codriver) {
+    codriver_.deviceOpened(inner_.get());
+  }
+  ~WatchedSoundDevice() override { codriver_.deviceClosed(inner_.get()); }
+  void SetCooperativeLevel(int level) override { inner_->SetCooperativeLevel(level); }
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string& slot, const std::string& fileName,
+                                                         int flags) override {
+    auto buffer = inner_->CreateSoundBufferFromFile(slot, fileName, flags);
+    codriver_.soundLoaded(fileName);
+    return std::make_unique<WatchedBuffer>(std::move(buffer));
+  }
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string& slot, const std::string& name,
+                                                            std::span<const float> samples,
+                                                            int hertz) override {
+    return inner_->CreateSoundBufferFromSamples(slot, name, samples, hertz);
+  }
+
+ private:
+  std::unique_ptr<SoundDevice> inner_;
+  Codriver& codriver_;
+};
+
+/// Holds the place of a device in the seat for as long as it lives.
+template <typename Device>
+class Place {
+ public:
+  Place(Device*& place, Device* device) : place_(place), device_(device) { place_ = device_; }
+  ~Place() {
+    if (place_ == device_) place_ = nullptr;
+  }
+  Place(const Place&) = delete;
+  Place& operator=(const Place&) = delete;
+
+ private:
+  Device*& place_;
+  Device* device_;
+};
+
+class WatchedKeyboard : public KeyboardDevice {
+ public:
+  WatchedKeyboard(std::unique_ptr<KeyboardDevice> inner, Seat& seat)
+      : inner_(std::move(inner)), place_(seat.keyboard, inner_.get()) {}
+  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
+  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
+  void Acquire() override { inner_->Acquire(); }
+  KeyboardState GetDeviceStateKeyboard() override { return inner_->GetDeviceStateKeyboard(); }
+
+ private:
+  std::unique_ptr<KeyboardDevice> inner_;
+  Place<KeyboardDevice> place_;
+};
+
+class WatchedController : public ControllerDevice {
+ public:
+  WatchedController(std::unique_ptr<ControllerDevice> inner, Seat& seat)
+      : inner_(std::move(inner)), place_(seat.controller, inner_.get()) {}
+  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
+  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
+  void SetEventNotification(int handle) override { inner_->SetEventNotification(handle); }
+  void SetRange(int low, int high) override { inner_->SetRange(low, high); }
+  void SetAxisProperty(AxisProperty property, int object, int value) override {
+    inner_->SetAxisProperty(property, object, value);
+  }
+  void Acquire() override { inner_->Acquire(); }
+  void Unacquire() override { inner_->Unacquire(); }
+  void Poll() override { inner_->Poll(); }
+  JoystickState GetDeviceStateJoystick() override { return inner_->GetDeviceStateJoystick(); }
+  int buttonCount() override { return inner_->buttonCount(); }
+
+ private:
+  std::unique_ptr<ControllerDevice> inner_;
+  Place<ControllerDevice> place_;
+};
+
+class WatchedVoice : public Voice {
+ public:
+  WatchedVoice(std::unique_ptr<Voice> inner, Codriver& codriver)
+      : inner_(std::move(inner)), codriver_(codriver), place_(codriver.seat().voice, inner_.get()) {}
+  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+
+ private:
+  void doSetVoice(int index) override { inner_->setVoice(index); }
+  void doSetVolume(int volume) override { inner_->setVolume(volume); }
+  void doSetRate(int rate) override { inner_->setRate(rate); }
+  void doSpeak(const std::string& text, int flags) override {
+    inner_->Speak(text, flags);
+    codriver_.said(text, flags);
+  }
+  int doRunningState() override { return inner_->RunningState(); }
+
+  std::unique_ptr<Voice> inner_;
+  Codriver& codriver_;
+  Place<Voice> place_;
+};
+
+// --- The co-driver
+
+Codriver::Codriver(Platform& inner, const CodriverOptions& options)
+    : CodriverPlatform(inner), aids_(makeAids(*this)) {
+  readSettings(options);
+  inner.setEventReceiver(this);
+}
+
+void Codriver::readSettings(const CodriverOptions& options) {
+  const bool hasFile = files().find(kAidFile).has_value();
+  introducesItself_ = options.introducesItself && !hasFile;
+  if (hasFile) {
+    std::optional<AidSettings> kept;
+    carryOn([&] { kept = aidsInFile(files().read(kAidFile)); });
+    isForgotten_ = !kept;
+    settings_ = kept.value_or(AidSettings{});
+  }
+  if (options.aids) settings_.aids = *options.aids;
+}
+
+void Codriver::keepSettings() {
+  if (!carryOn([&] { files().write(kAidFile, aidFileText(settings_)); })) {
+    tell(" The co-driver's settings could not be kept. ");
+  }
+}
+
+std::unique_ptr<SoundDevice> Codriver::createSoundDevice() {
+  return std::make_unique<WatchedSoundDevice>(inner().createSoundDevice(), *this);
+}
+
+std::unique_ptr<KeyboardDevice> Codriver::createKeyboardDevice() {
+  return std::make_unique<WatchedKeyboard>(inner().createKeyboardDevice(), seat_);
+}
+
+std::unique_ptr<ControllerDevice> Codriver::createControllerDevice(const std::string& identifier) {
+  return std::make_unique<WatchedController>(inner().createControllerDevice(identifier), seat_);
+}
+
+std::unique_ptr<Voice> Codriver::createVoice() {
+  return std::make_unique<WatchedVoice>(inner().createVoice(), *this);
+}
+
+void Codriver::deviceOpened(SoundDevice* device) {
+  if (device_ == nullptr) tones_.connect(device_ = device);
+}
+
+void Codriver::deviceClosed(const SoundDevice* device) {
+  if (device_ == device) tones_.connect(device_ = nullptr);
+}
+
+void Codriver::soundLoaded(const std::string& fileName) {
+  if (fileName != kImpact && fileName != kJumpedStart && fileName != kFinish) return;
+  phase_ = Phase::kElsewhere;
+  tones_.silence();
+  if (fileName != kImpact || raced_ == nullptr) return;
+  for (const auto& aid : aids_) aid->crashed();
+}
+
+void Codriver::said(const std::string& text, int flags) {
+  if (text.find(kEngines) != std::string::npos) phase_ = Phase::kDriving;
+  if (text.find_first_not_of(' ') != std::string::npos) lastText_ = text;
+  if (text != kTitle || flags != speak_flags::kSynchronous) return;
+  if (std::exchange(introducesItself_, false)) tell(kIntroduction);
+  if (std::exchange(isForgotten_, false)) tell(kForgotten);
+}
+
+void Codriver::carTicked(const TickReport& report) {
+  inner().carTicked(report);
+  if (seat_.game == nullptr || seat_.game->trackChoice > kTracks) return;
+  const GameState& game = *seat_.game;
+  const Scene scene{game, *allTracks()[static_cast<std::size_t>(game.trackChoice - 1)]};
+  phase_ = Phase::kDriving;
+  if (raced_ != &game) {
+    endRace(false);
+    raced_ = &game;
+    for (const auto& aid : aids_) aid->raceBegan(scene);
+  }
+  for (const auto& aid : aids_) aid->ticked(scene, report);
+  const bool isAtTheLine = report.segment == static_cast<int>(scene.track.segments.size()) &&
+                           report.lapPosition >= scene.track.segments.back().length;
+  if (isAtTheLine && !(report.lapsCompleted + 1 < game.lapsToRun)) endRace(true);
+}
+
+void Codriver::endRace(bool isFinished) {
+  if (std::exchange(raced_, nullptr) == nullptr) return;
+  for (const auto& aid : aids_) aid->raceEnded(isFinished);
+  tones_.silence();
+}
+
+void Codriver::menuOffered(bool isOpen) {
+  inner().menuOffered(isOpen);
+  phase_ = isOpen ? Phase::kMenu : Phase::kElsewhere;
+  if (isOpen) endRace(false);
+}
+
+void Codriver::doYield(int atMostMs) {
+  inner().yield(tones_.untilDue(now(), atMostMs));
+  tones_.moveTo(now());
+  if (std::exchange(isMenuAsked_, false)) openMenu();
+}
+
+void Codriver::Form_KeyDown(int virtualKeyCode, int shiftState) {
+  const bool isFunctionKey = virtualKeyCode >= kVirtualF1 && virtualKeyCode <= kVirtualF12;
+  if (isFunctionKey && seat_.game != nullptr && !isMapped(*seat_.game, virtualKeyCode) &&
+      takeFunctionKey(virtualKeyCode - kVirtualF1 + 1)) {
+    return;
+  }
+  if (EventReceiver* const listener = seat_.listener()) listener->Form_KeyDown(virtualKeyCode, shiftState);
+}
+
+void Codriver::DirectXEvent8_DXCallback(int eventId) {
+  if (EventReceiver* const listener = seat_.listener()) listener->DirectXEvent8_DXCallback(eventId);
+}
+
+/// Returns whether the key was the co-driver's.
+bool Codriver::takeFunctionKey(int number) {
+  const bool isInMenu = phase_ == Phase::kMenu && seat_.guests.empty();
+  if (!isInMenu && phase_ != Phase::kDriving) return false;
+  if (number == kWhere) {
+    sayWhere();
+    return true;
+  }
+  if (number == kMenuOrAids) {
+    isMenuAsked_ = isInMenu;
+    if (!isInMenu) sayAids();
+    return true;
+  }
+  const auto aid = static_cast<std::size_t>(number - kFirstAidKey);
+  if (!isInMenu && aid < kAidKinds) {
+    switchAid(static_cast<AidKind>(aid));
+    return true;
+  }
+  return std::any_of(aids_.begin(), aids_.end(), [&](const auto& each) { return each->functionKey(number); });
+}
+
+void Codriver::tell(const std::string& text) {
+  if (seat_.voice == nullptr) return;
+  carryOn([&] { seat_.voice->Speak(text, speak_flags::kQueue); });
+}
+
+void Codriver::sayWhere() {
+  const GameState& game = *seat_.game;
+  if (phase_ == Phase::kMenu) {
+    tell(" You are in a menu. Up and Down move, Enter chooses, F 2 opens the co-driver's menu. " + lastText_);
+    return;
+  }
+  tell(" You are on the " +
+       std::string(kTrackNames.at(static_cast<std::size_t>(game.trackChoice - 1)).spoken) +
+       ". F 2 says which aids are on, F 3 to F 8 switch them, Escape gives up the race. ");
+}
+
+void Codriver::sayAids() {
+  std::string names;
+  for (std::size_t i = 0; i < kAidKinds; ++i) {
+    if (settings_.aids[i] == 0) continue;
+    names += (names.empty() ? "" : ", ") + std::string(kAidNames[i].spoken);
+  }
+  tell(names.empty() ? " No aids are on. " : " On: " + names + ". ");
+}
+
+void Codriver::switchAid(AidKind kind) {
+  settings_.turn(kind, !settings_.isOn(kind));
+  tones_.silence();
+  tell(std::string(" ") + kAidNames[static_cast<std::size_t>(kind)].spoken +
+       (settings_.isOn(kind) ? " on " : " off "));
+  keepSettings();
+}
+
+/// The game stands in its menu's yield meanwhile, and hears nothing of it.
+void Codriver::openMenu() {
+  const std::string whereHeWas = lastText_;
+  {
+    GuestPlatform platform(*this, seat_);
+    const GameState& waiting = *seat_.game;
+    GuestGame guest(platform, seat_);
+    guest.state.speechVoice->Speak("", speak_flags::kPurge);
+    const AidSettings before = settings_;
+    Cabin cabin{guest.state, waiting, settings_, seat_};
+    runCodriverMenu(cabin);
+    if (aidFileText(before) != aidFileText(settings_)) keepSettings();
+    waitForHandsOff();
+  }
+  endRace(false);
+  phase_ = Phase::kMenu;
+  tell(whereHeWas);
+}
+
+/// Whatever is still held was meant for the co-driver. No longer than a held key that is stuck.
+void Codriver::waitForHandsOff() {
+  constexpr std::uint32_t kLongestMs = 3000;
+  const std::uint32_t began = now();
+  const auto isHeld = [&] {
+    const KeyboardState keys =
+        seat_.keyboard != nullptr ? seat_.keyboard->GetDeviceStateKeyboard() : KeyboardState{};
+    JoystickState wheel;
+    if (seat_.controller != nullptr) {
+      carryOn([&] { wheel = seat_.controller->GetDeviceStateJoystick(); });
+    }
+    const auto isDown = [](std::uint8_t key) { return key != 0; };
+    return std::any_of(keys.begin(), keys.end(), isDown) ||
+           std::any_of(wheel.buttons.begin(), wheel.buttons.end(), isDown);
+  };
+  while (isHeld() && now() - began < kLongestMs) inner().yield();
+}
+
+}  // namespace
+
+std::unique_ptr<CodriverPlatform> makeCodriverPlatform(Platform& inner, const CodriverOptions& options) {
+  return std::make_unique<Codriver>(inner, options);
+}
+
+}  // namespace vorn

@@ -1,0 +1,105 @@
+#include "codriver/tones.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+#include "platform/errors.h"
+
+namespace vorn {
+namespace {
+
+constexpr int kFramesAPeriod = 48;
+constexpr int kPeriods = 16;
+constexpr const char* kSlotNames[] = {"codriver turn",  "codriver steer", "codriver slider",
+                                      "codriver shift", "codriver brake", "codriver ghost"};
+static_assert(std::size(kSlotNames) == kToneSlots);
+
+}  // namespace
+
+std::vector<float> toneWave() {
+  std::vector<float> wave;
+  for (int i = 0; i < kFramesAPeriod * kPeriods; ++i) {
+    const double angle = 2 * std::numbers::pi * i / kFramesAPeriod;
+    // A little of the next two harmonics, so that its side is heard as well as its pitch.
+    wave.push_back(
+        static_cast<float>(0.4 * std::sin(angle) + 0.1 * std::sin(2 * angle) + 0.05 * std::sin(3 * angle)));
+  }
+  return wave;
+}
+
+void ToneBoard::connect(SoundDevice* device) {
+  for (Voice& voice : voices_) voice = {};
+  device_ = device;
+}
+
+void ToneBoard::play(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now) {
+  hold(slot, std::nullopt);
+  Voice& played = voice(slot);
+  played.beeps.assign(beeps.begin(), beeps.end());
+  played.began = now;
+  moveTo(now);
+}
+
+void ToneBoard::hold(ToneSlot slot, const std::optional<Tone>& tone) {
+  Voice& held = voice(slot);
+  held.beeps.clear();
+  held.isBeeping = false;
+  sound(static_cast<std::size_t>(slot), tone);
+}
+
+void ToneBoard::silence() {
+  for (std::size_t i = 0; i < kToneSlots; ++i) hold(static_cast<ToneSlot>(i), std::nullopt);
+}
+
+void ToneBoard::moveTo(std::uint32_t now) {
+  for (std::size_t i = 0; i < kToneSlots; ++i) {
+    Voice& voice = voices_[i];
+    while (!voice.beeps.empty()) {
+      const Beep& beep = voice.beeps.front();
+      const auto passed = static_cast<std::int32_t>(now - voice.began);
+      if (passed >= beep.startMs && !std::exchange(voice.isBeeping, passed >= beep.startMs))
+        sound(i, beep.tone);
+      if (passed < beep.startMs + beep.lengthMs) break;
+      sound(i, std::nullopt);
+      voice.isBeeping = false;
+      voice.beeps.pop_front();
+    }
+  }
+}
+
+int ToneBoard::untilDue(std::uint32_t now, int atMost) const {
+  for (const Voice& voice : voices_) {
+    if (voice.beeps.empty()) continue;
+    const Beep& beep = voice.beeps.front();
+    const int due = beep.startMs + (voice.isBeeping ? beep.lengthMs : 0);
+    atMost = std::min(atMost, std::max(due - static_cast<std::int32_t>(now - voice.began), 0));
+  }
+  return atMost;
+}
+
+void ToneBoard::sound(std::size_t slot, const std::optional<Tone>& tone) {
+  Voice& voice = voices_[slot];
+  if (device_ == nullptr || tone == voice.sounding) return;
+  // A tone that cannot be made is missing; the race goes on.
+  carryOn([&] {
+    if (!voice.buffer) {
+      const std::vector<float> wave = toneWave();
+      voice.buffer = device_->CreateSoundBufferFromSamples(kSlotNames[slot], "tone", wave, kToneRate);
+    }
+    if (!tone) {
+      voice.buffer->Stop();
+    } else {
+      if (!voice.sounding || voice.sounding->volume != tone->volume) voice.buffer->SetVolume(tone->volume);
+      if (!voice.sounding || voice.sounding->pan != tone->pan) voice.buffer->SetPan(tone->pan);
+      if (!voice.sounding || voice.sounding->pitch != tone->pitch) {
+        voice.buffer->SetFrequency(std::clamp(tone->pitch, kLowestPitch, kHighestPitch) * kFramesAPeriod);
+      }
+      if (!voice.sounding) voice.buffer->Play(SoundBuffer::kLooping);
+    }
+  });
+  voice.sounding = tone;
+}
+
+}  // namespace vorn
