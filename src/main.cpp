@@ -34,6 +34,7 @@ class PlainHelp : public CLI::Formatter {
 
 struct CommandLine {
   bool headless = false;
+  bool controllerInfo = false;
   HeadlessOptions session;
   SessionFileNames files;
   std::string speech;
@@ -128,6 +129,8 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
   belongs(app.add_option("--duck", line.desktop.duck, "decibels by which a voice lowers the sounds [8]")
               ->check(CLI::Range(0.0, 40.0))
               ->type_name("DB"));
+  belongs(app.add_flag("--controller-info", line.controllerInfo,
+                       "say what the controls of each game controller are taken for, and end"));
   CLI::Option* const record =
       app.add_option("--record", line.desktop.record, "write what you do as the script of a headless session")
           ->type_name("FILE");
@@ -225,6 +228,10 @@ int play(int argc, char** argv) {
   if (!folder.empty()) line.session.folder = folder;
   if (line.speech == "espeak") line.session.speech = HeadlessSpeech::kEspeak;
   if (line.headless) return playHeadless(line);
+  if (line.controllerInfo) {
+    tellOfControllers();
+    return 0;
+  }
   line.desktop.folder = folder;
   line.desktop.speech = speechChoice(line.speech);
   line.desktop.aids = line.aids;

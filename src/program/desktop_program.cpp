@@ -8,7 +8,9 @@
 #include "codriver/codriver_platform.h"
 #include "demo/demo_platform.h"
 #include "demo/virtual_demo.h"
+#include "platform/common/controller_info.h"
 #include "platform/common/voice_probe.h"
+#include "platform/desktop/controllers.h"
 #include "platform/headless/session_files.h"
 #include "program/game_folder.h"
 #include "program/standard_streams.h"
@@ -107,6 +109,10 @@ int playOnDesktop(const DesktopRequest& request) {
   }
   if (request.record.empty()) return playWithCodriver(*desktop, request);
   return playWithCodriver(*makeRecordingPlatform(*desktop, request.record), request);
+}
+
+void tellOfControllers() {
+  for (const std::string& line : controllerInfo(Controllers().facts())) std::cout << line << std::endl;
 }
 
 }  // namespace vorn

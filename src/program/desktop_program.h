@@ -27,4 +27,7 @@ struct DesktopRequest {
 /// 1 after an error, which stands on standard error and is said.
 int playOnDesktop(const DesktopRequest& request);
 
+/// Says on standard output, a line each, what the controls of every connected controller are taken for.
+void tellOfControllers();
+
 }  // namespace vorn

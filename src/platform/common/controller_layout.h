@@ -18,7 +18,7 @@ struct ControllerFacts {
   std::string name{};
   int vendor = 0, product = 0;  ///< of USB; 0 where there is none
   ControllerKind kind = ControllerKind::kUnknown;
-  int axes = 0, buttons = 0;
+  int axes = 0, buttons = 0, hats = 0;
 };
 
 /// Triggers rest at the low end.
@@ -75,6 +75,11 @@ inline constexpr int kNoButton = -1;
 inline constexpr int kMostButtons = 32;  ///< that the game can tell apart
 
 ControllerLayout layoutOf(const ControllerFacts& facts);
+
+/// Whether a car can be driven with it; pedals need a wheel beside them.
+constexpr bool canDrive(LayoutKind kind) {
+  return kind != LayoutKind::kPedals && kind != LayoutKind::kNothing;
+}
 
 /// How many buttons the game has to look at: one more than the highest number.
 int buttonCount(const ControllerLayout& layout);

@@ -24,10 +24,6 @@ LayoutKind kindAt(int index) {
   return layoutOf(sdlControllerFacts(index)).kind;
 }
 
-bool canDrive(LayoutKind kind) {
-  return kind != LayoutKind::kPedals && kind != LayoutKind::kNothing;
-}
-
 bool operator==(const JoystickState& one, const JoystickState& other) {
   return one.x == other.x && one.y == other.y && one.rx == other.rx && one.ry == other.ry &&
          one.buttons == other.buttons;
@@ -231,6 +227,16 @@ std::vector<std::string> Controllers::attached() const {
     }
   }
   return identifiers;
+}
+
+std::vector<ControllerFacts> Controllers::facts() const {
+  std::vector<ControllerFacts> all;
+  for (int index = 0; index < SDL_NumJoysticks(); ++index) {
+    if (const auto controller = SdlController::open(index)) {
+      all.push_back(controller->facts());
+    }
+  }
+  return all;
 }
 
 std::unique_ptr<ControllerDevice> Controllers::open(const std::string& identifier) {

@@ -28,6 +28,8 @@ class Controllers {
 
   /// Identifiers of those attached now that a car can be driven with, the first attached first.
   std::vector<std::string> attached() const;
+  /// Of all that are attached now, the first attached first.
+  std::vector<ControllerFacts> facts() const;
   /// Throws `PlatformError` where no such controller is attached. At most as
   /// long-lived as this.
   std::unique_ptr<ControllerDevice> open(const std::string& identifier);

@@ -37,10 +37,6 @@ ControllerKind kindOf(int index) {
   }
 }
 
-bool isHatAt(SDL_Joystick* joystick, std::uint8_t direction) {
-  return SDL_JoystickNumHats(joystick) > 0 && (SDL_JoystickGetHat(joystick, 0) & direction) != 0;
-}
-
 }  // namespace
 
 ControllerFacts sdlControllerFacts(int index) {
@@ -63,6 +59,7 @@ std::unique_ptr<SdlController> SdlController::open(int index) {
   }
   facts.axes = SDL_JoystickNumAxes(joystick);
   facts.buttons = SDL_JoystickNumButtons(joystick);
+  facts.hats = SDL_JoystickNumHats(joystick);
   const bool isPad = layoutOf(facts).kind == LayoutKind::kGamepad;
   SDL_GameController* const gamepad = isPad ? SDL_GameControllerOpen(index) : nullptr;
   if (isPad && gamepad == nullptr) {
@@ -118,8 +115,11 @@ RawControls SdlController::deviceControls() const {
   for (int button = 0; button < facts_.buttons; ++button) {
     raw.buttons.push_back(SDL_JoystickGetButton(joystick_, button) != 0);
   }
-  raw.isUp = isHatAt(joystick_, SDL_HAT_UP);
-  raw.isDown = isHatAt(joystick_, SDL_HAT_DOWN);
+  if (facts_.hats > 0) {
+    const int hat = SDL_JoystickGetHat(joystick_, 0);
+    raw.isUp = (hat & SDL_HAT_UP) != 0;
+    raw.isDown = (hat & SDL_HAT_DOWN) != 0;
+  }
   return raw;
 }
 

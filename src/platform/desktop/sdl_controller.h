@@ -40,7 +40,7 @@ class SdlController {
 };
 
 /// What can be told of the controller at SDL's `index` without opening it: all but
-/// the numbers of its axes and buttons, which are 0.
+/// the numbers of its axes, buttons and hats, which are 0.
 ControllerFacts sdlControllerFacts(int index);
 /// `modelId` of the controller at SDL's `index`.
 std::string sdlModelId(int index);
