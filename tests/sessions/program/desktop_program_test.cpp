@@ -178,5 +178,13 @@ TEST_F(DesktopProgram, AnErrorIsPrintedAndEndsItWithStatusOne) {
   EXPECT_EQ(close(program), 1);
 }
 
+/// Whatever is connected to the machine that this runs on.
+TEST(ControllerInfoOption, TellsOfControllersAndEnds) {
+  const Finished told = runProgram({VORN_PROGRAM, "--controller-info"});
+  EXPECT_EQ(told.exitStatus, 0);
+  EXPECT_THAT(told.output,
+              testing::AnyOf("No game controller is connected.\n", testing::StartsWith("Controller 1: ")));
+}
+
 }  // namespace
 }  // namespace vorn
