@@ -1,8 +1,8 @@
 #include "records/records.h"
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "input/choosers.h"
 #include "input/events.h"
@@ -116,7 +116,9 @@ std::string recordFileName(int track, double laps) {
 
 std::string encodeRecord(const TrackRecord& record) {
   std::string bytes;
-  put(bytes, std::bit_cast<std::uint64_t>(record.time), 8);
+  std::uint64_t timeBits = 0;
+  std::memcpy(&timeBits, &record.time, sizeof timeBits);
+  put(bytes, timeBits, sizeof timeBits);
   putTagged16(bytes, record.date.month);
   putTagged16(bytes, record.date.day);
   putTagged16(bytes, record.date.year);
@@ -129,7 +131,8 @@ std::string encodeRecord(const TrackRecord& record) {
 std::optional<TrackRecord> decodeRecord(const std::string& bytes) {
   Reader reader(bytes);
   TrackRecord record;
-  record.time = std::bit_cast<double>(reader.take(8));
+  const std::uint64_t timeBits = reader.take(sizeof record.time);
+  std::memcpy(&record.time, &timeBits, sizeof record.time);
   record.date.month = reader.take16();
   record.date.day = reader.take16();
   record.date.year = reader.take16();

@@ -1,10 +1,11 @@
 #include "text/numbers.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+
+#include "text/reals.h"
 
 namespace vorn {
 namespace {
@@ -44,10 +45,7 @@ std::string numberText(double value) {
   if (value == 0) return "0";  // never "-0"
   const int magnitude = static_cast<int>(std::floor(std::log10(std::fabs(value)))) + 1;
   const int decimals = magnitude >= kSignificantDigits ? 0 : kSignificantDigits - magnitude;
-  char digits[400];
-  const auto end =
-      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals).ptr;
-  std::string text(digits, end);
+  std::string text = fixedText(value, decimals);
   if (text.find('.') != std::string::npos) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') text.pop_back();
@@ -66,10 +64,9 @@ double leadingNumber(std::string_view text) {
   for (char& c : number) {
     if (c == 'd' || c == 'D') c = 'e';
   }
-  double value = 0;
-  const auto parsed = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (parsed.ec != std::errc()) return 0;
-  return isNegative ? -value : value;
+  const auto parsed = parseReal(number);
+  if (!parsed) return 0;
+  return isNegative ? -parsed->value : parsed->value;
 }
 
 std::string countedUnit(double count, const std::string& unit) {

@@ -1,10 +1,10 @@
 #include "text/settings_file.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 
 #include "text/numbers.h"
+#include "text/reals.h"
 
 namespace vorn {
 namespace {
@@ -33,10 +33,9 @@ std::optional<double> number(std::string_view item) {
   if (first == std::string_view::npos) return {};
   item = item.substr(first, item.find_last_not_of(kBlanks) - first + 1);
   if (item.front() == '+') item.remove_prefix(1);
-  double value = 0;
-  const auto parsed = std::from_chars(item.data(), item.data() + item.size(), value);
-  if (parsed.ec != std::errc() || parsed.ptr != item.data() + item.size() || !std::isfinite(value)) return {};
-  return value;
+  const auto parsed = parseReal(item);
+  if (!parsed || parsed->length != item.size() || !std::isfinite(parsed->value)) return {};
+  return parsed->value;
 }
 
 }  // namespace

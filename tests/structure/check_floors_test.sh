@@ -11,10 +11,11 @@ house() {
   rm -rf "$work/src"
   mkdir -p "$work/src"
   cd "$work/src"
-  mkdir -p platform/common platform/mixing platform/desktop platform/headless state race demo
+  mkdir -p platform/common platform/mixing platform/desktop platform/headless text state race demo
+  touch text/reals.h
   touch platform/common/random.h platform/desktop/window.h platform/headless/trace.h
   add platform/platform.h '#include <string>'
-  add platform/mixing/mixer.h '#include "platform/platform.h"'
+  add platform/mixing/mixer.h '#include "platform/platform.h"' '#include "text/reals.h"'
   add platform/desktop/window.cpp '#include <SDL.h>' '#include "platform/mixing/mixer.h"' '#include "platform/desktop/window.h"'
   add state/state.h '#include "platform/platform.h"'
   add race/walls.h '#include "state/state.h"'

@@ -2,6 +2,8 @@
 /// after lap. A file that has changed is read again. Calls block for the disk.
 #pragma once
 
+#include <sys/types.h>
+
 #include <map>
 #include <memory>
 #include <string>

@@ -1,7 +1,5 @@
 #include "platform/headless/render.h"
 
-#include <sndfile.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -9,35 +7,12 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "platform/errors.h"
 
 namespace vorn {
 namespace {
-
-class WavSink : public RenderSink {
- public:
-  explicit WavSink(const std::string& path) : path_(path) {
-    SF_INFO info{};
-    info.samplerate = Mixer::kRate;
-    info.channels = 2;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    file_ = sf_open(path.c_str(), SFM_WRITE, &info);
-    if (file_ == nullptr) throw PlatformError("render", path_, sf_strerror(nullptr));
-  }
-  ~WavSink() override { sf_close(file_); }
-  void write(std::span<const std::int16_t> samples) override {
-    const auto count = static_cast<sf_count_t>(samples.size());
-    if (sf_write_short(file_, samples.data(), count) != count) {
-      throw PlatformError("render", path_, sf_strerror(file_));
-    }
-  }
-  void flush() override {}  // its length stands in the header, so nobody can follow it
-
- private:
-  std::string path_;
-  SNDFILE* file_;
-};
 
 class RawSink : public RenderSink {
  public:
@@ -48,6 +23,9 @@ class RawSink : public RenderSink {
   ~RawSink() override {
     if (file_ != stdout) std::fclose(file_);
   }
+  RawSink(const RawSink&) = delete;
+  RawSink& operator=(const RawSink&) = delete;
+
   void write(std::span<const std::int16_t> samples) override {
     static_assert(std::endian::native == std::endian::little);
     if (std::fwrite(samples.data(), sizeof(std::int16_t), samples.size(), file_) != samples.size()) fail();
@@ -56,11 +34,59 @@ class RawSink : public RenderSink {
     if (std::fflush(file_) != 0) fail();
   }
 
+ protected:
+  std::FILE* file() { return file_; }
+
  private:
   [[noreturn]] void fail() const { throw PlatformError("render", path_, std::strerror(errno)); }
 
   std::string path_;
   std::FILE* file_;
+};
+
+/// The samples behind a header, which gets its lengths at the end.
+class WavSink : public RawSink {
+ public:
+  explicit WavSink(const std::string& path) : RawSink(path) { RawSink::write(header(0)); }
+  ~WavSink() override {
+    if (std::fseek(file(), 0, SEEK_SET) == 0) {
+      const std::vector<std::int16_t> words = header(bytes_);
+      (void)std::fwrite(words.data(), sizeof(std::int16_t), words.size(), file());
+    }
+  }
+  WavSink(const WavSink&) = delete;
+  WavSink& operator=(const WavSink&) = delete;
+
+  void write(std::span<const std::int16_t> samples) override {
+    RawSink::write(samples);
+    bytes_ += static_cast<std::uint32_t>(samples.size_bytes());
+  }
+
+ private:
+  static std::vector<std::int16_t> header(std::uint32_t dataBytes) {
+    constexpr std::uint32_t kRest = 36, kFormatBytes = 16, kFrameBytes = 4;
+    std::vector<std::int16_t> words;
+    const auto text = [&](const char* name) {
+      for (; *name != 0; name += 2) words.push_back(static_cast<std::int16_t>(name[0] | name[1] << 8));
+    };
+    const auto number = [&](std::uint32_t value) {
+      words.push_back(static_cast<std::int16_t>(value & 0xFFFF));
+      words.push_back(static_cast<std::int16_t>(value >> 16));
+    };
+    text("RIFF");
+    number(kRest + dataBytes);
+    text("WAVEfmt ");
+    number(kFormatBytes);
+    number(1 | 2 << 16);  // whole numbers, two channels
+    number(Mixer::kRate);
+    number(Mixer::kRate * kFrameBytes);
+    number(kFrameBytes | 16 << 16);  // bytes of a frame, bits of a sample
+    text("data");
+    number(dataBytes);
+    return words;
+  }
+
+  std::uint32_t bytes_ = 0;
 };
 
 std::int16_t sample16(float sample) {

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+#include "text/reals.h"
+
 namespace vorn {
 namespace {
 
@@ -43,19 +45,26 @@ class Line {
   throw ScriptError(reason + ": " + std::string(word));
 }
 
-template <typename Number>
-Number takeNumber(Line& line, const char* what) {
+[[noreturn]] void refuseNumber(std::string_view word, const char* what) {
+  refuse(std::string(what) + " is not a number that fits", word);
+}
+
+double takeReal(Line& line, const char* what) {
   const std::string_view word = line.word(what);
-  Number number{};
-  const auto parsed = std::from_chars(word.data(), word.data() + word.size(), number);
-  if (parsed.ec != std::errc() || parsed.ptr != word.data() + word.size()) {
-    refuse(std::string(what) + " is not a number that fits", word);
+  const auto parsed = parseReal(word);
+  if (!parsed || parsed->length != word.size()) {
+    refuseNumber(word, what);
   }
-  return number;
+  return parsed->value;
 }
 
 std::int64_t takeWhole(Line& line, std::int64_t low, std::int64_t high, const char* what) {
-  const auto number = takeNumber<std::int64_t>(line, what);
+  const std::string_view word = line.word(what);
+  std::int64_t number = 0;
+  const auto parsed = std::from_chars(word.data(), word.data() + word.size(), number);
+  if (parsed.ec != std::errc() || parsed.ptr != word.data() + word.size()) {
+    refuseNumber(word, what);
+  }
   if (number < low || number > high) {
     refuse(std::string(what) + " is not in " + std::to_string(low) + " to " + std::to_string(high),
            std::to_string(number));
@@ -172,7 +181,7 @@ Steps parseGet(Line& line) {
 
 Steps parseSet(Line& line) {
   std::string name(line.word("the field"));
-  const auto value = takeNumber<double>(line, "the value");
+  const auto value = takeReal(line, "the value");
   if (!std::isfinite(value)) throw ScriptError("the value is not finite");
   return {step::SetField{std::move(name), value}};
 }

@@ -1,6 +1,7 @@
 /// Reads the game's sounds: RIFF/WAVE with 8-bit unsigned or 16-bit samples,
-/// mono or stereo, whatever other chunks stand in the file. Needs libsndfile and
-/// `errors.h` alone; knows no folder. Nothing here waits.
+/// mono or stereo, whatever other chunks stand in the file. One reader of our
+/// own, so that a sound is the same on every machine that the game is built for; knows no folder. Nothing
+/// here waits.
 #pragma once
 
 #include <array>
