@@ -11,8 +11,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/common/watchdog.h"
 #include "platform/desktop/desktop_platform.h"
-#include "platform/desktop/watchdog.h"
 
 namespace vorn {
 namespace {

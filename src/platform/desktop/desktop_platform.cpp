@@ -9,11 +9,11 @@
 
 #include "platform/common/folder_files.h"
 #include "platform/common/random.h"
+#include "platform/common/service_voice.h"
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
 #include "platform/desktop/braille_display.h"
 #include "platform/desktop/controllers.h"
-#include "platform/desktop/desktop_voice.h"
 #include "platform/desktop/dispatcher_service.h"
 #include "platform/desktop/espeak_service.h"
 #include "platform/desktop/fallback_service.h"
@@ -22,6 +22,7 @@
 #include "platform/desktop/tick_clock.h"
 #include "platform/desktop/window.h"
 #include "platform/mixing/mixer.h"
+#include "platform/mixing/mixer_sound_device.h"
 
 namespace vorn {
 namespace {
@@ -50,28 +51,6 @@ std::filesystem::path cacheFolder() {
               : std::filesystem::path(home != nullptr ? home : ".") / ".cache") /
          "vorn1";
 }
-
-/// Sound buffers in the mixer.
-class MixerSoundDevice : public SoundDevice {
- public:
-  MixerSoundDevice(Mixer& mixer, Files& files) : mixer_(mixer), files_(files) {}
-
-  void SetCooperativeLevel(int) override {}  // a desktop's sound is always shared
-  std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string&, const std::string& fileName,
-                                                         int) override {
-    return mixer_.createBuffer(
-        std::make_shared<const Recording>(readWav(fileName, files_.readSound(fileName))));
-  }
-  std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string&, const std::string&,
-                                                            std::span<const float> samples,
-                                                            int hertz) override {
-    return mixer_.createBuffer(std::make_shared<const Recording>(recordingOf(samples, hertz)));
-  }
-
- private:
-  Mixer& mixer_;
-  Files& files_;
-};
 
 class DesktopPlatform : public Platform {
  public:
@@ -205,7 +184,7 @@ std::unique_ptr<SpeechService> DesktopPlatform::makeSpeech() {
 /// After the first one a voice is made where the player looks for another.
 std::unique_ptr<Voice> DesktopPlatform::createVoice() {
   const bool introducesItself = std::exchange(hasHadVoice_, true);
-  return std::make_unique<DesktopVoice>(
+  return std::make_unique<ServiceVoice>(
       *speech_, voiceSettings_, introducesItself, [this] { return pause(); },
       [this](const std::string& text) { read(text); });
 }

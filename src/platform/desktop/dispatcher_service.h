@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/common/speech_service.h"
+#include "platform/common/watchdog.h"
 #include "platform/desktop/dispatcher_voices.h"
-#include "platform/desktop/speech_service.h"
-#include "platform/desktop/watchdog.h"
 
 namespace vorn {
 

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "platform/common/espeak_synth.h"
-#include "platform/desktop/speech_service.h"
-#include "platform/desktop/watchdog.h"
+#include "platform/common/speech_service.h"
+#include "platform/common/watchdog.h"
 #include "platform/mixing/voice_stream.h"
 
 namespace vorn {

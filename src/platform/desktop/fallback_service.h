@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/speech_service.h"
+#include "platform/common/speech_service.h"
 
 namespace vorn {
 

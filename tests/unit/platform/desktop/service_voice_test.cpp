@@ -1,4 +1,4 @@
-#include "platform/desktop/desktop_voice.h"
+#include "platform/common/service_voice.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +12,10 @@
 namespace vorn {
 namespace {
 
-class DesktopVoiceTest : public testing::Test {
+class ServiceVoiceTest : public testing::Test {
  protected:
-  std::unique_ptr<DesktopVoice> makeVoice(bool introducesItself = false) {
-    return std::make_unique<DesktopVoice>(
+  std::unique_ptr<ServiceVoice> makeVoice(bool introducesItself = false) {
+    return std::make_unique<ServiceVoice>(
         service, settings, introducesItself, [this] { return pause(); },
         [this](const std::string& text) { captions.push_back(text); });
   }
@@ -49,7 +49,7 @@ class DesktopVoiceTest : public testing::Test {
   int pausedMs = 0, cutAfterMs = 1000000;
 };
 
-TEST_F(DesktopVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
+TEST_F(ServiceVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
   auto voice = makeVoice();
   voice->Speak("one two three four five", speak_flags::kQueue);
   EXPECT_EQ(pausedMs, 0);
@@ -58,7 +58,7 @@ TEST_F(DesktopVoiceTest, ASynchronousTextReturnsWhenEverythingHasBeenSaid) {
   EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
 }
 
-TEST_F(DesktopVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
+TEST_F(ServiceVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
   auto voice = makeVoice();
   voice->Speak("one two three four five", speak_flags::kQueue);
   hear(100);
@@ -71,7 +71,7 @@ TEST_F(DesktopVoiceTest, APurgeSilencesAndAnEmptyOneSaysNothing) {
   EXPECT_LT(hearOut(*voice), 1000);
 }
 
-TEST_F(DesktopVoiceTest, SettingsAreThoseOfTheCall) {
+TEST_F(ServiceVoiceTest, SettingsAreThoseOfTheCall) {
   auto voice = makeVoice();
   voice->setRate(10);
   voice->Speak("The quick brown fox jumps over the lazy dog", speak_flags::kQueue);
@@ -81,7 +81,7 @@ TEST_F(DesktopVoiceTest, SettingsAreThoseOfTheCall) {
   EXPECT_NEAR(static_cast<double>(hearOut(*voice)) / fast, 3, 1);
 }
 
-TEST_F(DesktopVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
+TEST_F(ServiceVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
   auto voice = makeVoice();
   EXPECT_NO_THROW(voice->setRate(1000));
   EXPECT_NO_THROW(voice->setRate(-1000));
@@ -93,7 +93,7 @@ TEST_F(DesktopVoiceTest, AnyRateIsTakenOtherSettingsHaveLimits) {
   EXPECT_THROW(voice->Speak("one", 3), PlatformError);
 }
 
-TEST_F(DesktopVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
+TEST_F(ServiceVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
   for (int i = 0; i < 5; ++i) {
     auto voice = makeVoice();
     voice->Speak("one two three", speak_flags::kQueue);
@@ -106,7 +106,7 @@ TEST_F(DesktopVoiceTest, ReleasedItIsSilentAndMadeAgainItSpeaks) {
   EXPECT_GT(hearOut(*voice), 500);
 }
 
-TEST_F(DesktopVoiceTest, WhoWantsOutCutsASynchronousText) {
+TEST_F(ServiceVoiceTest, WhoWantsOutCutsASynchronousText) {
   auto voice = makeVoice();
   cutAfterMs = 200;
   voice->Speak("one two three four five six seven eight nine ten", speak_flags::kSynchronous);
@@ -114,7 +114,7 @@ TEST_F(DesktopVoiceTest, WhoWantsOutCutsASynchronousText) {
   EXPECT_NE(voice->RunningState(), Voice::kSpeaking);
 }
 
-TEST_F(DesktopVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
+TEST_F(ServiceVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
   auto voice = makeVoice();
   voice->Speak(" Exit Game. ", speak_flags::kQueue);
   voice->Speak("", speak_flags::kPurge);
@@ -123,12 +123,12 @@ TEST_F(DesktopVoiceTest, CaptionsShowWhatIsSaidInUtf8) {
   EXPECT_EQ(captions, (std::vector<std::string>{" Exit Game. ", " By M\xC3\xBCller "}));
 }
 
-TEST_F(DesktopVoiceTest, CaptionsHaveNoControlCharacters) {
+TEST_F(ServiceVoiceTest, CaptionsHaveNoControlCharacters) {
   makeVoice()->Speak("one\r\n\x1B[2Jtwo", speak_flags::kQueue);
   EXPECT_EQ(captions, (std::vector<std::string>{"one   [2Jtwo"}));
 }
 
-TEST_F(DesktopVoiceTest, AReplacedVoiceSaysItsNameOnceAtItsFirstBlankWithoutWaiting) {
+TEST_F(ServiceVoiceTest, AReplacedVoiceSaysItsNameOnceAtItsFirstBlankWithoutWaiting) {
   auto voice = makeVoice(true);
   voice->setVoice(1);
   voice->Speak(" ", speak_flags::kSynchronous);
@@ -141,7 +141,7 @@ TEST_F(DesktopVoiceTest, AReplacedVoiceSaysItsNameOnceAtItsFirstBlankWithoutWait
   EXPECT_EQ(captions.size(), 1U) << "the one of the start has no need to";
 }
 
-TEST_F(DesktopVoiceTest, ItsSettingsCanBeSeenFromOutsideAndANewOneBeginsAnew) {
+TEST_F(ServiceVoiceTest, ItsSettingsCanBeSeenFromOutsideAndANewOneBeginsAnew) {
   auto voice = makeVoice();
   voice->setVoice(3);
   voice->setRate(5);

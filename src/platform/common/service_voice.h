@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/speech_service.h"
+#include "platform/common/speech_service.h"
 #include "platform/voice.h"
 
 namespace vorn {
 
-class DesktopVoice : public Voice {
+class ServiceVoice : public Voice {
  public:
   /// Lets a moment pass while a synchronous text is being said, taking in events
   /// without delivering them; false: the player wants out, so the text is cut.
@@ -22,9 +22,9 @@ class DesktopVoice : public Voice {
   /// The service is not owned. `settings` become those of a new voice, follow this
   /// one's, and stay when it is gone. A voice that `introducesItself` says its
   /// name, without waiting for it, at the blank that makes it ready.
-  DesktopVoice(SpeechService& service, SpeechSettings& settings, bool introducesItself, Pause pause,
+  ServiceVoice(SpeechService& service, SpeechSettings& settings, bool introducesItself, Pause pause,
                Reader reader);
-  ~DesktopVoice() override;  ///< silences it
+  ~ServiceVoice() override;  ///< silences it
 
   std::vector<std::string> GetVoices() override { return service_.voices(); }
 

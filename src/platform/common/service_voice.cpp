@@ -1,4 +1,4 @@
-#include "platform/desktop/desktop_voice.h"
+#include "platform/common/service_voice.h"
 
 #include <utility>
 
@@ -14,7 +14,7 @@ bool isBlank(const std::string& text) {
 
 }  // namespace
 
-DesktopVoice::DesktopVoice(SpeechService& service, SpeechSettings& settings, bool introducesItself,
+ServiceVoice::ServiceVoice(SpeechService& service, SpeechSettings& settings, bool introducesItself,
                            Pause pause, Reader reader)
     : service_(service),
       settings_(settings),
@@ -24,11 +24,11 @@ DesktopVoice::DesktopVoice(SpeechService& service, SpeechSettings& settings, boo
   settings_ = {};
 }
 
-DesktopVoice::~DesktopVoice() {
+ServiceVoice::~ServiceVoice() {
   service_.purge();
 }
 
-void DesktopVoice::doSpeak(const std::string& text, int flags) {
+void ServiceVoice::doSpeak(const std::string& text, int flags) {
   if (flags < speak_flags::kSynchronous || flags > speak_flags::kPurge) {
     throw PlatformError("Speak", std::to_string(flags), "no such flags");
   }
@@ -44,7 +44,7 @@ void DesktopVoice::doSpeak(const std::string& text, int flags) {
   }
 }
 
-void DesktopVoice::say(const std::string& text) {
+void ServiceVoice::say(const std::string& text) {
   if (!text.empty()) {
     service_.say(text, settings_);
   }
@@ -54,7 +54,7 @@ void DesktopVoice::say(const std::string& text) {
 }
 
 /// Once: what the player is asked about next is this voice.
-void DesktopVoice::introduce() {
+void ServiceVoice::introduce() {
   introducesItself_ = false;
   const std::vector<std::string> names = service_.voices();
   const auto index = static_cast<std::size_t>(settings_.voice);
@@ -63,7 +63,7 @@ void DesktopVoice::introduce() {
   }
 }
 
-void DesktopVoice::waitUntilIdle() {
+void ServiceVoice::waitUntilIdle() {
   while (service_.isSpeaking()) {
     if (!pause_()) {
       service_.purge();
@@ -71,7 +71,7 @@ void DesktopVoice::waitUntilIdle() {
   }
 }
 
-int DesktopVoice::doRunningState() {
+int ServiceVoice::doRunningState() {
   constexpr int kDone = 1;
   return service_.isSpeaking() ? kSpeaking : kDone;
 }

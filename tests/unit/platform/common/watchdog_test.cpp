@@ -1,4 +1,4 @@
-#include "platform/desktop/watchdog.h"
+#include "platform/common/watchdog.h"
 
 #include <gtest/gtest.h>
 
