@@ -20,6 +20,7 @@ namespace vorn {
 struct Scene {
   const GameState& game;  ///< as the house has left it; the car of a tick stands in its report
   const Track& track;
+  bool isLesson;  ///< or a preview: it counts for nothing
 };
 
 /// What an aid can do.

@@ -7,6 +7,7 @@
 
 #include "codriver/aid.h"
 #include "codriver/guest.h"
+#include "codriver/lap_aid.h"
 #include "codriver/menu.h"
 #include "platform/common/key_codes.h"
 #include "state/track_names.h"
@@ -68,6 +69,7 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   std::unique_ptr<Voice> createVoice() override;
   void carTicked(const TickReport& report) override;
   void menuOffered(bool isOpen) override;
+  void enterShutdown() override;
 
   // From the devices of the game.
   Seat& seat() { return seat_; }
@@ -111,8 +113,10 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   std::string lastText_;  ///< that the game has had said in its menu
 };
 
-std::vector<std::unique_ptr<Aid>> makeAids(Cockpit&) {
-  return {};
+std::vector<std::unique_ptr<Aid>> makeAids(Cockpit& cockpit) {
+  std::vector<std::unique_ptr<Aid>> aids;
+  aids.push_back(std::make_unique<LapAid>(cockpit));
+  return aids;
 }
 
 // --- What the game opens
@@ -303,7 +307,8 @@ void Codriver::carTicked(const TickReport& report) {
   inner().carTicked(report);
   if (seat_.game == nullptr || seat_.game->trackChoice > kTracks) return;
   const GameState& game = *seat_.game;
-  const Scene scene{game, *allTracks()[static_cast<std::size_t>(game.trackChoice - 1)]};
+  const Scene scene{game, *allTracks()[static_cast<std::size_t>(game.trackChoice - 1)],
+                    !seat_.guests.empty()};
   phase_ = Phase::kDriving;
   if (raced_ != &game) {
     endRace(false);
@@ -326,6 +331,12 @@ void Codriver::menuOffered(bool isOpen) {
   inner().menuOffered(isOpen);
   phase_ = isOpen ? Phase::kMenu : Phase::kElsewhere;
   if (isOpen) endRace(false);
+}
+
+/// A race that the player has left by closing the window.
+void Codriver::enterShutdown() {
+  endRace(false);
+  inner().enterShutdown();
 }
 
 void Codriver::doYield(int atMostMs) {

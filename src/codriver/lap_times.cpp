@@ -124,7 +124,7 @@ std::string lapSentence(const GhostLap& lap, const GhostLap* best) {
 }
 
 std::string lapReport(const LapBook& book, const Ghosts& everBest, const Track& track) {
-  if (!book.last) return " No lap yet. ";
+  if (!book.last) return kNoLapYet;
   const GhostLap& last = *book.last;
   std::string text = " Last lap " + lapTimeText(last.ticks) + ". Best of this session " +
                      lapTimeText(book.best->ticks) + ". ";

@@ -63,6 +63,7 @@ std::string lapTimeText(double ticks);
 /// What is said at the end of a lap, against the best of its kind until then: "Lap 49 point 2 seconds, 0
 /// point 3 behind. "
 std::string lapSentence(const GhostLap& lap, const GhostLap* best);
+inline constexpr const char* kNoLapYet = " No lap yet. ";
 /// The answer to a question for the times. `everBest`: what is kept of the track; may be empty.
 std::string lapReport(const LapBook& book, const Ghosts& everBest, const Track& track);
 

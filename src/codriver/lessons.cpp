@@ -47,8 +47,7 @@ class MiddleJudge : public LessonJudge {
 class MarblesJudge : public LessonJudge {
   LessonVerdict judge(const TickReport& tick) override {
     constexpr int kBehindTheTurn = 3;
-    if (tick.segment == kBehindTheTurn)
-      return reached(" You went through the turn without a single marble. ");
+    if (tick.segment == kBehindTheTurn) return reached(" You went through the turn without one marble. ");
     if (tick.marblesTicks == 0) return {};
     if (tick.segment == 1) {
       return failed(" You were in the marbles on the straight already. Keep both sides equally loud. ");
@@ -97,8 +96,7 @@ class BrakeJudge : public LessonJudge {
           " miles an hour. Brake while the sound ahead gets loud, to 80 with a wheel and to 40 with "
           "keys, and steer right from the joint on. ");
     }
-    if (tick.wallTicks > 0)
-      return failed(" You were at the wall before the turn. Keep both sides equally loud. ");
+    if (tick.wallTicks > 0) return failed(" You were at the wall before the turn. Stay in the middle. ");
     if (ticks() < kLongestAttempt) return {};
     return failed(" You were too slow to get through the turn. Give gas until the sound ahead gets loud. ");
   }

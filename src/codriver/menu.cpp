@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "codriver/lesson_room.h"
+#include "codriver/preview.h"
+#include "codriver/sound_tour.h"
 #include "shell/menus.h"
 #include "speech/speech.h"
 
@@ -21,6 +24,10 @@ void sayKeys(Cabin& cabin) {
 }
 
 constexpr std::array kEntries{
+    Entry{" Learn the sounds. Every sound of the game, with what it means. ",
+          [](Cabin& cabin) { takeSoundTour(cabin.game); }},
+    Entry{" Lessons. Six short ones, on real tracks. ", giveLessons},
+    Entry{" Preview a track. A lap is driven for you, and each part of it is told. ", previewTracks},
     Entry{" Keys. What the function keys do. ", sayKeys},
 };
 

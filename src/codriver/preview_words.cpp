@@ -43,7 +43,7 @@ std::string secondsText(double seconds) {
 }
 
 std::string straightWords(const Segment& segment, const SegmentPace& pace) {
-  const std::string text =
+  std::string text =
       lengthWord(segment.length, kShortStraight, kLongStraight) + "straight, " + secondsText(pace.seconds);
   if (segment.atEnd == nullptr) return text;
   return text + ", to the ramp: in the middle of the road, from 99 to 130 miles an hour";
@@ -61,7 +61,7 @@ std::vector<SegmentPace> paceOf(const Track& track, double topSpeed) {
   const RoadBook road(track, kWheelSkill);
   const std::size_t segments = track.segments.size();
   std::vector<SegmentPace> paces;
-  Sight sight{.segment = 0, .lapPosition = 0, .lateralPosition = kMiddle, .speed = topSpeed, .gear = 1};
+  Sight sight{.segment = 0, .lapPosition = 0, .lateralPosition = kMiddle, .speed = 0, .gear = 1};
   // The first lap brings the car up to the speed of the second.
   for (std::size_t driven = 0; driven < 2 * segments; ++driven) {
     SegmentPace pace{.seconds = 0, .slowest = topSpeed, .gear = 1};

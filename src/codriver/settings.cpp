@@ -28,6 +28,7 @@ constexpr Setting kSettings[] = {
     {&AidSettings::balance, -kFullBalance, kFullBalance},
     {&AidSettings::swapsEars, 0, 1},
     {&AidSettings::hearsInOne, 0, 1},
+    {&AidSettings::racesFriend, 0, 1},
 };
 
 /// The whole number in `value`, where it is one within the range.

@@ -53,6 +53,8 @@ struct AidSettings {
   int swapsEars = 0;   ///< 1: left is right
   int hearsInOne = 0;  ///< 1: everything in the middle, sides told apart by pitch and rhythm
 
+  int racesFriend = 0;  ///< 1: the ghost is a friend's, 0: the player's own best lap
+
   bool isOn(AidKind kind) const { return aids[static_cast<std::size_t>(kind)] != 0; }
   void turn(AidKind kind, bool on) { aids[static_cast<std::size_t>(kind)] = on ? 1 : 0; }
 };

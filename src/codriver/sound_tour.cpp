@@ -3,13 +3,14 @@
 #include <utility>
 
 #include "clock/waits.h"
+#include "codriver/entries.h"
+#include "codriver/teaching.h"
 #include "input/events.h"
 #include "pit/rules.h"
 #include "race/cue.h"
 #include "race/drive_train.h"
 #include "race/steering.h"
 #include "race/walls.h"
-#include "shell/menus.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
@@ -25,8 +26,6 @@ using Play = std::function<void(GameState&)>;
 constexpr double kStepSeconds = 0.1;  // as long as a car tick
 constexpr int kCueSteps = 50;
 constexpr double kTourSpeed = 150;  // mph, where a sound goes by the speed
-constexpr int kPriorityLevel = 2;
-constexpr int kVolumePanAndFrequency = 0x80 + 0x40 + 0x20;
 constexpr const char* kHorn = "vorn7";
 constexpr const char* kLeftBell = "vorn6";
 
@@ -285,21 +284,6 @@ TourGroup results() {
   return {" Results. ", {{" Bell. The race is over; your time follows. ", kLeftBell, once(kLeftBell)}}};
 }
 
-Menu menuOf(const std::string& title, const std::vector<std::string>& entries) {
-  return {.openingPrompt = title + entries.front(), .entries = entries, .escapeLeaves = true};
-}
-
-/// Offers `entries` until Escape, and does `chosen` with the number of each that is taken, from 0.
-template <typename Chosen>
-void offer(GameState& g, const std::string& title, const std::vector<std::string>& entries, Chosen chosen) {
-  const Menu menu = menuOf(title, entries);
-  int cursor = 0;
-  openMenu(g, menu, cursor);
-  for (int number = 0; (number = offerMenu(g, menu, cursor)) != kNoEntry;) {
-    chosen(static_cast<std::size_t>(number - 1));
-  }
-}
-
 void hear(GameState& g, const TourSound& sound) {
   clk(g);
   const OptionsState options = g;
@@ -322,19 +306,16 @@ std::vector<TourGroup> soundTour() {
 }
 
 void takeSoundTour(GameState& g) {
-  g.directSound = g.platform.createSoundDevice();
-  g.directSound->SetCooperativeLevel(kPriorityLevel);
-  g.bufferFlags = kVolumePanAndFrequency;
-  setwaves(g);
+  openSounds(g);
   const std::vector<TourGroup> groups = soundTour();
   std::vector<std::string> names;
   for (const TourGroup& group : groups) names.push_back(group.name);
-  offer(g, " Learn the sounds. ", names, [&](std::size_t chosen) {
+  offerEntries(g, " Learn the sounds. ", names, [&](std::size_t chosen) {
     const TourGroup& group = groups[chosen];
     std::vector<std::string> texts;
     for (const TourSound& sound : group.sounds) texts.push_back(sound.text);
-    offer(g, group.name + " Enter plays a sound, any key stops it. ", texts,
-          [&](std::size_t number) { hear(g, group.sounds[number]); });
+    offerEntries(g, group.name + " Enter plays a sound, any key stops it. ", texts,
+                 [&](std::size_t number) { hear(g, group.sounds[number]); });
     say2(g, group.name);
   });
   releaseSounds(g);

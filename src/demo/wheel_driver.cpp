@@ -10,7 +10,7 @@ constexpr double kAxisPerStep = 1500;
 constexpr double kFullStep = 6.67;
 constexpr double kWorthSteering =
     3.4;                             // lateral units; smaller corrections cost more speed than they are worth
-constexpr double kHarshBraking = 2;  // mph above the wanted speed at which the brake comes in
+constexpr double kHarshBraking = 2;  // mph above the limit at which the brake comes in
 constexpr double kUpShiftAt[] = {0, 76, 126, 176, 1000};
 constexpr double kDownShiftBelow = 8;  // mph below the end of the next lower gear
 
@@ -39,9 +39,10 @@ int WheelDriver::steering(const Sight& sight) const {
 }
 
 int WheelDriver::pedals(const Sight& sight) const {
-  if (sight.speed > wantedSpeed_ + kHarshBraking) return 10000;
-  if (sight.speed > wantedSpeed_) return 0;
-  return gasAxis(wantedSpeed_, std::max(sight.gear, 1));
+  if (sight.speed > speedLimit_ + kHarshBraking) return 10000;
+  const double wanted = std::min(speedLimit_, topSpeed_);
+  if (sight.speed > wanted) return 0;
+  return gasAxis(wanted, std::max(sight.gear, 1));
 }
 
 void WheelDriver::shift(const Sight& sight) {
@@ -57,7 +58,7 @@ void WheelDriver::shift(const Sight& sight) {
 
 WheelControls WheelDriver::after(const TickReport& tick) {
   const Sight sight = road_.sightAfter(tick);
-  wantedSpeed_ = std::min(road_.speedLimit(sight), topSpeed_);
+  speedLimit_ = road_.speedLimit(sight);
   controls_.steering = steering(sight);
   controls_.pedals = pedals(sight);
   shift(sight);

@@ -25,7 +25,7 @@ inline constexpr Skill kWheelSkill{.entryStep = 6.3,
 
 class WheelDriver {
  public:
-  /// Never wants to be faster than `topSpeed`, mph.
+  /// Gives no gas above `topSpeed`, mph.
   explicit WheelDriver(const Track& track, double topSpeed = std::numeric_limits<double>::infinity());
 
   WheelControls after(const TickReport& tick);
@@ -37,7 +37,7 @@ class WheelDriver {
 
   RoadBook road_;
   double topSpeed_;
-  double wantedSpeed_ = 0;
+  double speedLimit_ = 0;  ///< mph, that the road sets
   WheelControls controls_;
 };
 

@@ -62,10 +62,11 @@ TEST_F(InTheMenu, F2OpensTheCodriversMenuAndEscapeLeadsBack) {
 }
 
 TEST_F(InTheMenu, TheChoiceIsTheCodriversAndNotTheGames) {
-  const TraceRecord& trace =
-      session
-          .script("tap F2\nwait say  Co-driver.\nwait 600\ntap Enter\nwait 600\ntap Escape\nwait 1000\nend")
-          .run();
+  const TraceRecord& trace = session
+                                 .script(
+                                     "tap F2\nwait say  Co-driver.\nwait 600\ntap Up\nwait 600\ntap "
+                                     "Enter\nwait 600\ntap Escape\nwait 1000\nend")
+                                 .run();
   EXPECT_FALSE(trace.said("I am now going to explain"));
   const auto spoken = trace.spoken();
   EXPECT_EQ(spoken.back(), " Reed Instructions. ");
