@@ -41,6 +41,8 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
               ->type_name("DB"));
   belongs(app.add_flag("--controller-info", line.controllerInfo,
                        "say what the controls of each game controller are taken for, and end"));
+  belongs(app.add_flag_callback(
+      "--no-rumble", [&] { line.desktop.rumble = false; }, "controllers do not let collisions be felt"));
   CLI::Option* const record =
       app.add_option("--record", line.desktop.record, "write what you do as the script of a headless session")
           ->type_name("FILE");

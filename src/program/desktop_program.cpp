@@ -45,8 +45,7 @@ int playOn(Platform& platform, GameState& game) {
 }
 
 int playWithCodriver(Platform& platform, const DesktopRequest& request) {
-  const auto codriver =
-      makeCodriverPlatform(platform, {.aids = request.aids, .introducesItself = true});
+  const auto codriver = makeCodriverPlatform(platform, {.aids = request.aids, .introducesItself = true});
   GameState game(*codriver);
   codriver->watch(game);
   return playOn(*codriver, game);
@@ -92,6 +91,7 @@ int playOnDesktop(const DesktopRequest& request) {
   options.folder = folder.path;
   options.startsPrograms = folder.isTrusted;
   options.speech = request.speech;
+  options.rumbles = request.rumble;
   options.duckDecibels = request.duck;
   options.quieterDecibels = -request.volume;
   if (request.captions && !request.demonstration) options.captions = &captions;

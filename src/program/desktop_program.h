@@ -16,6 +16,7 @@ struct DesktopRequest {
   double volume = 0;             ///< decibels of the whole game, -60 .. 0
   double duck = 8;               ///< decibels by which a voice lowers the sounds, 0 .. 40
   bool captions = false;         ///< everything spoken also goes to standard output
+  bool rumble = true;            ///< controllers let collisions be felt
   bool demonstration = false;    ///< a built-in driver plays
   int track = 1;                 ///< that it races on, 1 .. 10
   std::optional<AidSet> aids;    ///< in place of those that the player has switched on before

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iostream>
 #include <optional>
 #include <utility>
@@ -83,6 +84,7 @@ class Controllers::Device final : public ControllerDevice {
   /// Tells `news` of its being unplugged, and goes on with one of its model where there is one.
   void lookAfterPlug(std::vector<std::string>& news);
   void notify(EventReceiver* receiver);
+  void rumble(const Rumble& rumble);
 
  private:
   JoystickState reading() const;
@@ -93,8 +95,9 @@ class Controllers::Device final : public ControllerDevice {
   std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
   std::optional<int> notify_;
   bool isAcquired_ = false;
-  bool isGone_ = false;  ///< and the player knows
-  JoystickState told_;   ///< what the game has been told of
+  bool isGone_ = false;                  ///< and the player knows
+  JoystickState told_;                   ///< what the game has been told of
+  std::optional<std::uint64_t> usedAt_;  ///< by SDL's clock; nothing before its first use
 };
 
 void Controllers::Device::lookAfterPlug(std::vector<std::string>& news) {
@@ -150,7 +153,16 @@ void Controllers::Device::notify(EventReceiver* receiver) {
     return;
   }
   told_ = now;
+  usedAt_ = SDL_GetTicks64();
   receiver->DirectXEvent8_DXCallback(*notify_);
+}
+
+/// One that lies idle on the table beside the keyboard would only rattle.
+void Controllers::Device::rumble(const Rumble& rumble) {
+  constexpr std::uint64_t kStillInHandMs = 10'000;
+  if (usedAt_ && SDL_GetTicks64() - *usedAt_ < kStillInHandMs) {
+    controller_->rumble(rumble);
+  }
 }
 
 Controllers::Controllers() {
@@ -257,6 +269,12 @@ void Controllers::notify(EventReceiver* receiver) {
     if (std::find(devices_.begin(), devices_.end(), device) != devices_.end()) {
       device->notify(receiver);
     }
+  }
+}
+
+void Controllers::rumble(const Rumble& rumble) {
+  for (Device* device : devices_) {
+    device->rumble(rumble);
   }
 }
 

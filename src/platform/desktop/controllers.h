@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/common/rumble.h"
 #include "platform/desktop/sdl_controller.h"
 #include "platform/platform.h"
 
@@ -35,6 +36,8 @@ class Controllers {
   std::unique_ptr<ControllerDevice> open(const std::string& identifier);
   /// Tells `receiver` (null: nobody) of the controllers whose state has changed.
   void notify(EventReceiver* receiver);
+  /// Lets it be felt by a player who has lately moved a control, where the controller can.
+  void rumble(const Rumble& rumble);
   /// What the player should hear since the last call: controllers that have come and gone.
   std::vector<std::string> takeNews();
 

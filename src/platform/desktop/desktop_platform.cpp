@@ -4,11 +4,14 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <iostream>
+#include <optional>
 #include <utility>
 
 #include "platform/common/folder_files.h"
 #include "platform/common/random.h"
+#include "platform/common/rumble.h"
 #include "platform/common/service_voice.h"
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
@@ -52,6 +55,22 @@ std::filesystem::path cacheFolder() {
          "vorn1";
 }
 
+/// The mixer's, through which a crash is felt as well.
+class FeltSoundDevice : public MixerSoundDevice {
+ public:
+  FeltSoundDevice(Mixer& mixer, Files& files, std::function<void(const std::string&)> onLoading)
+      : MixerSoundDevice(mixer, files), onLoading_(std::move(onLoading)) {}
+
+  std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string& slot, const std::string& fileName,
+                                                         int flags) override {
+    onLoading_(fileName);
+    return MixerSoundDevice::CreateSoundBufferFromFile(slot, fileName, flags);
+  }
+
+ private:
+  std::function<void(const std::string&)> onLoading_;  ///< gets the file's name
+};
+
 class DesktopPlatform : public Platform {
  public:
   explicit DesktopPlatform(const DesktopOptions& options)
@@ -76,7 +95,8 @@ class DesktopPlatform : public Platform {
   void enterShutdown() override { window_.enterShutdown(); }
 
   std::unique_ptr<SoundDevice> createSoundDevice() override {
-    return std::make_unique<MixerSoundDevice>(mixer_, files_);
+    return std::make_unique<FeltSoundDevice>(
+        mixer_, files_, [this](const std::string& fileName) { feel(RumbleSense::sound(fileName)); });
   }
   std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
     return std::make_unique<SdlKeyboard>(window_.taps());
@@ -92,7 +112,10 @@ class DesktopPlatform : public Platform {
 
   double randomFraction() override { return random_.fraction(); }
   void reseedRandom() override { random_.reseed(clockSeed()); }
-  void carTicked(const TickReport&) override { lastTick_ = std::chrono::steady_clock::now(); }
+  void carTicked(const TickReport& report) override {
+    lastTick_ = std::chrono::steady_clock::now();
+    feel(rumbleSense_.tick(report));
+  }
 
  private:
   void doYield(int atMostMs) override;
@@ -100,6 +123,7 @@ class DesktopPlatform : public Platform {
   bool pause();
   void lookAfterFocus();
   void lookAfterSound();
+  void feel(const std::optional<Rumble>& rumble);
   void announce(const std::string& text);
   void read(const std::string& text);
 
@@ -112,6 +136,7 @@ class DesktopPlatform : public Platform {
   Window window_;
   BrailleDisplay braille_;
   Controllers controllers_;
+  RumbleSense rumbleSense_;
   EspeakSynth synth_;
   SpeechSettings voiceSettings_;
   bool hasHadVoice_ = false;
@@ -232,6 +257,12 @@ void DesktopPlatform::lookAfterSound() {
     announce(kSoundIsBack);
   } else {
     std::cerr << "No sound: the sound device takes none. The game goes on, and looks for one." << std::endl;
+  }
+}
+
+void DesktopPlatform::feel(const std::optional<Rumble>& rumble) {
+  if (rumble && options_.rumbles) {
+    controllers_.rumble(*rumble);
   }
 }
 

@@ -21,6 +21,7 @@ struct DesktopOptions {
   int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
   double duckDecibels = 8;                    ///< by which sounds are lowered under a voice
   double quieterDecibels = 0;                 ///< by which everything is
+  bool rumbles = true;                        ///< whether controllers that can let collisions be felt
   bool startsPrograms = true;                 ///< whether programs of the folder may be started
   bool answerBoxes = false;                   ///< message boxes go to standard error and are answered at once
 };

@@ -90,6 +90,12 @@ ControllerReading SdlController::read() {
   return reader_.read(gamepad_ != nullptr ? padControls() : deviceControls());
 }
 
+void SdlController::rumble(const Rumble& rumble) {
+  constexpr double kFullStrength = 0xffff;
+  SDL_JoystickRumble(joystick_, static_cast<Uint16>(rumble.heavy * kFullStrength),
+                     static_cast<Uint16>(rumble.light * kFullStrength), static_cast<Uint32>(rumble.ms));
+}
+
 RawControls SdlController::padControls() const {
   RawControls raw;
   for (int axis = 0; axis < kPadAxes; ++axis) {

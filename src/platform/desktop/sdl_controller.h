@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/common/controller_reader.h"
+#include "platform/common/rumble.h"
 
 namespace vorn {
 
@@ -22,6 +23,8 @@ class SdlController {
   bool isAttached() const { return SDL_JoystickGetAttached(joystick_) == SDL_TRUE; }
   /// Neutral where it has been unplugged.
   ControllerReading read();
+  /// Nothing where it cannot.
+  void rumble(const Rumble& rumble);
   const ControllerFacts& facts() const { return facts_; }
   const ControllerLayout& layout() const { return reader_.layout(); }
   /// The same for every controller of a model.

@@ -545,6 +545,22 @@ TEST_F(ControllersTest, PluggedOutAndInBetweenTwoLooksBothAreTold) {
   EXPECT_EQ(device->GetDeviceStateJoystick().x, 10000);
 }
 
+TEST_F(ControllersTest, RumbleIsFeltByAPlayerWhoHasTheControllerInHand) {
+  VirtualController pad(gamepad());
+  const auto device = acquired(pad);
+  controllers.rumble({.heavy = 1, .light = 0.5, .ms = 100});
+  EXPECT_TRUE(pad.rumbles.empty()) << "it lies on the table";
+  pad.axis(SDL_CONTROLLER_AXIS_LEFTX, 20000);
+  yield();
+  controllers.rumble({.heavy = 1, .light = 0.5, .ms = 100});
+  ASSERT_EQ(pad.rumbles.size(), 1U);
+  EXPECT_EQ(pad.rumbles[0].low, 0xffff);
+  EXPECT_EQ(pad.rumbles[0].high, 0x7fff);
+  pad.unplug();
+  yield();
+  controllers.rumble({.heavy = 1, .light = 1, .ms = 100});
+}
+
 TEST_F(ControllersTest, DestroyedItIsForgotten) {
   VirtualController stick(flightStick());
   auto device = acquired(stick);

@@ -14,6 +14,7 @@
 
 #include "platform/desktop/tick_clock.h"
 #include "support/temporary_folder.h"
+#include "support/virtual_controller.h"
 #include "support/wav_maker.h"
 
 namespace vorn {
@@ -439,6 +440,69 @@ TEST_F(BareMachineTest, AfterAFailureItCanBeOpened) {
   EXPECT_THROW(platform(), DesktopUnavailable);
   environment.set("SDL_AUDIODRIVER", "disk");
   EXPECT_NO_THROW(platform().yield());
+}
+
+constexpr int kRightTrigger = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
+
+VirtualModel gamepad() {
+  return {.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER,
+          .axes = {0, 0, 0, 0, -32768, -32768},
+          .buttons = SDL_CONTROLLER_BUTTON_MAX};
+}
+
+/// The first controller of `platform`, as the game opens it.
+std::unique_ptr<ControllerDevice> openFirst(Platform& platform) {
+  auto device = platform.createControllerDevice(platform.attachedControllers().at(0));
+  device->SetEventNotification(1);
+  device->SetRange(-10000, 10000);
+  device->Acquire();
+  return device;
+}
+
+TEST_F(DesktopPlatformTest, AControllerThatGoesAndComesBackIsSpokenOf) {
+  std::ostringstream captions;
+  options.captions = &captions;
+  platform();
+  auto pad = std::make_unique<VirtualController>(gamepad());
+  const auto device = openFirst(platform());
+  platform().yield();
+  captions.str("");
+  pad->axis(kRightTrigger, 32767);
+  platform().yield();
+  EXPECT_EQ(device->GetDeviceStateJoystick().y, -10000);
+  pad.reset();
+  platform().yield();
+  EXPECT_EQ(device->GetDeviceStateJoystick().y, 0);
+  EXPECT_EQ(captions.str(), " The controller is disconnected. \n");
+  VirtualController again(gamepad());
+  platform().yield();
+  EXPECT_EQ(captions.str(), " The controller is disconnected. \n The controller is connected again. \n");
+  again.axis(kRightTrigger, 32767);
+  platform().yield();
+  EXPECT_EQ(device->GetDeviceStateJoystick().y, -10000);
+}
+
+TEST_F(DesktopPlatformTest, MarblesAndCrashesAreFeltUnlessToldNot) {
+  folder.write("vorn15.wav", makeWav(2205));
+  TickReport onMarbles{};
+  onMarbles.speed = 100;
+  onMarbles.marblesTicks = 1;
+  for (const bool rumbles : {true, false}) {
+    options.rumbles = rumbles;
+    reopen();
+    platform();
+    VirtualController pad(gamepad());
+    const auto device = openFirst(platform());
+    const auto sounds = platform().createSoundDevice();
+    pad.axis(kRightTrigger, 32767);
+    platform().yield();
+    platform().carTicked(onMarbles);
+    EXPECT_EQ(pad.rumbles.size(), rumbles ? 1U : 0U);
+    sounds->CreateSoundBufferFromFile("oneShotBuffer", "vorn9.wav", 224);
+    EXPECT_EQ(pad.rumbles.size(), rumbles ? 1U : 0U) << "no such sound";
+    sounds->CreateSoundBufferFromFile("oneShotBuffer", "vorn15.wav", 224);
+    EXPECT_EQ(pad.rumbles.size(), rumbles ? 2U : 0U);
+  }
 }
 
 }  // namespace
