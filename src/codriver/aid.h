@@ -56,7 +56,7 @@ class Aid {
   virtual bool functionKey(int /*number*/) { return false; }
 
  protected:
-  Cockpit& cockpit() { return cockpit_; }
+  Cockpit& cockpit() const { return cockpit_; }
 
  private:
   Cockpit& cockpit_;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "codriver/aid.h"
+#include "codriver/driving_aids.h"
 #include "codriver/guest.h"
 #include "codriver/lap_aid.h"
 #include "codriver/menu.h"
@@ -114,7 +115,7 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
 };
 
 std::vector<std::unique_ptr<Aid>> makeAids(Cockpit& cockpit) {
-  std::vector<std::unique_ptr<Aid>> aids;
+  std::vector<std::unique_ptr<Aid>> aids = drivingAids(cockpit);
   aids.push_back(std::make_unique<LapAid>(cockpit));
   return aids;
 }

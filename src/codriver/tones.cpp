@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kFramesAPeriod = 48;
 constexpr int kPeriods = 16;
-constexpr const char* kSlotNames[] = {"codriver turn",  "codriver steer", "codriver slider",
-                                      "codriver shift", "codriver brake", "codriver ghost"};
+constexpr const char* kSlotNames[] = {"codriver turn",  "codriver steer", "codriver slider", "codriver shift",
+                                      "codriver brake", "codriver pit",   "codriver ghost"};
 static_assert(std::size(kSlotNames) == kToneSlots);
 
 }  // namespace

@@ -14,8 +14,8 @@
 namespace vorn {
 
 /// What sounds at the same time without taking each other's place.
-enum class ToneSlot { kTurn, kSteer, kSlider, kShift, kBrake, kGhost };
-inline constexpr std::size_t kToneSlots = 6;
+enum class ToneSlot { kTurn, kSteer, kSlider, kShift, kBrake, kPit, kGhost };
+inline constexpr std::size_t kToneSlots = 7;
 
 /// How a tone sounds.
 struct Tone {

@@ -36,6 +36,20 @@ TEST_P(EveryTrack, IsTheSameWithEveryAidOff) {
   EXPECT_EQ(traceWith(CodriverOptions{}), traceWith(std::nullopt));
 }
 
+TEST_P(EveryTrack, IsTheSameRaceWithEveryAidOn) {
+  const auto race = [&](const AidSet& aids) {
+    WheelScript driver(*allTracks()[static_cast<std::size_t>(GetParam() - 1)]);
+    const OneRace driven(
+        GetParam(), Device::kWheel, [&](const TickReport& tick) { return driver.after(tick); }, nullptr,
+        CodriverOptions{.aids = aids});
+    EXPECT_TRUE(driven.isFinished());
+    return driven.trace();
+  };
+  const TraceRecord with = race({1, 1, 1, 1, 1, 1}), without = race({});
+  EXPECT_EQ(with.ticks(), without.ticks());
+  EXPECT_NE(with.lines().size(), without.lines().size());
+}
+
 /// The main menu, with the co-driver beside it.
 class InTheMenu : public testing::Test {
  protected:
