@@ -6,6 +6,7 @@
 #include "codriver/lessons.h"
 #include "codriver/preview_words.h"
 #include "sessions/tracks/keyboard_driver.h"
+#include "sessions/tracks/pit_stop_driver.h"
 #include "sessions/tracks/wheel_script.h"
 #include "support/session.h"
 #include "tracks/catalogue.h"
@@ -42,6 +43,7 @@ class Taught : public testing::Test {
                    menuDown() + "end");
     const TraceRecord& trace = session.run();
     EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+    if (session.exitStatus() != 0) throw std::runtime_error("the script did not come to its end");
     const auto spoken = trace.spoken();
     EXPECT_EQ(spoken.back(), " reed track descriptions ") << "one below where he was";
     EXPECT_EQ(trace.values("escapePressed").back(), 0);
@@ -172,60 +174,167 @@ TEST_F(Taught, AnyKeyStopsAPreview) {
 
 // --- Lessons
 
-/// What a lesson is begun with.
-const std::string kStartByKeys = "press LeftCtrl\nwait 500\ntap End 200\n";
+enum LessonNumber { kMiddle, kMarbles, kShift, kBrake, kThreeTurns, kPitStop };
 
-TEST_F(Taught, TheMiddleIsFoundByEar) {
-  take(kLessons).script("wait say  Lessons. \nwait 900\n" + menuEnter() +
-                        "wait say  Press the key \nwait 500\ntap End 200\n");
-  Driver driver;
-  driver.until = " That is the middle";
-  bool isHeld = false;
-  driver.onTick = [&](const TickReport& tick) -> std::string {
+/// Who drives a lesson, and with what.
+struct Pupil {
+  LessonNumber lesson;
+  bool hasWheel;
+  std::function<std::string(const TickReport&)> hands;
+  std::string name;
+};
+
+class LessonsTaught : public Taught {
+ protected:
+  /// From the co-driver's menu into the lesson and off.
+  void begin(LessonNumber lesson, bool hasWheel) {
+    session.options.controller = hasWheel;
+    take(kLessons).script("wait say  Lessons. \nwait 900\n" + menuDown(lesson) + menuEnter());
+    session.script("wait say that starts your engine.\nwait 500\n" + start(hasWheel));
+  }
+  static std::string start(bool hasWheel) {
+    return hasWheel ? "axis Y -10000\nbutton 2 down\nwait 200\nbutton 2 up\n"
+                    : "press LeftCtrl\nwait 100\ntap End 200\n";
+  }
+  /// Until a text with `end`, and the controls let go of.
+  void drive(const std::function<std::string(const TickReport&)>& hands, const std::string& end) {
+    Driver driver;
+    driver.until = end;
+    driver.onTick = hands;
+    session.drive(driver).script(handsOff());
+  }
+  static std::string nobody(const TickReport&) { return ""; }
+  static std::string wordOf(LessonNumber lesson) {
+    const char* const words[] = {" That is the middle: ",   " without one marble. ",   " Well shifted, ",
+                                 " You were slow enough, ", " Three turns in a row, ", " A clean stop. "};
+    return words[lesson];
+  }
+
+  std::string handsOff() const {
+    std::string script;
+    for (const char* key : {"LeftCtrl", "LeftShift", "Left", "Right", "Up", "Down", "Home"}) {
+      script += std::string("release ") + key + "\n";
+    }
+    return session.options.controller ? "axis X 0\naxis Y 0\nbutton 8 up\nbutton 9 up\n" + script : script;
+  }
+};
+
+/// Holds the key as long as the car is left of the middle.
+std::function<std::string(const TickReport&)> toTheMiddleByKeys() {
+  return [isHeld = false](const TickReport& tick) mutable -> std::string {
     const bool wanted = tick.lateralPosition < 44;
-    if (wanted == isHeld) return "";
-    isHeld = wanted;
+    if (std::exchange(isHeld, wanted) == wanted) return "";
     return wanted ? "press Right" : "release Right";
   };
-  session.drive(driver);
-  const TraceRecord& trace = leave(2);
-  EXPECT_TRUE(trace.said(" That is the middle: both sides are equally loud. "));
-  for (const TraceLine& tick : trace.ticks()) EXPECT_NEAR(tick.at("speed").get<double>(), 60, 6);
 }
 
-TEST_F(Taught, ALessonThatIsFailedCanBeTriedAgainAndLeft) {
-  take(kLessons).script("wait say  Lessons. \nwait 900\n" + menuDown(3) + menuEnter());
-  session.script(
-      "wait say  Hold the gas, \nwait 500\n" + kStartByKeys +
-      "wait say  You came into the turn at \nwait say  try again\nwait 500\ntap End 200\nwait tick 20\n"
-      "release LeftCtrl\ntap Escape\n");
-  const TraceRecord& trace = leave(2);
-  EXPECT_TRUE(trace.said(" miles an hour. Brake while the sound ahead gets loud"));
-  int attempts = 0;
-  for (const TraceLine& tick : trace.ticks()) attempts += tick.at("raceTicks") == 1;
-  EXPECT_EQ(attempts, 2);
+std::string toTheMiddleByWheel(const TickReport& tick) {
+  return "axis X " + std::to_string(static_cast<int>((50 - tick.lateralPosition) * 150));
 }
 
-TEST_F(Taught, GearsAreChangedInTime) {
-  take(kLessons).script("wait say  Lessons. \nwait 900\n" + menuDown(2) + menuEnter());
-  session.script("wait say  Hold the gas, \nwait 500\n" + kStartByKeys);
-  Driver driver;
-  driver.until = " Well shifted";
-  bool isShifting = false;
-  driver.onTick = [&](const TickReport& tick) -> std::string {
-    if (std::exchange(isShifting, false)) return "release Up";
+/// Shifts where the engine is near its end.
+std::function<std::string(const TickReport&)> shiftsInTime(bool hasWheel) {
+  return [=, isShifting = false](const TickReport& tick) mutable -> std::string {
+    if (std::exchange(isShifting, false)) return hasWheel ? "button 8 up" : "release Up";
     isShifting = tick.engineRpm > 95 && tick.gear < 4;
-    return isShifting ? "press Up" : "";
+    if (!isShifting) return "";
+    return hasWheel ? "button 8 down" : "press Up";
   };
-  session.drive(driver).script("release LeftCtrl\n");
-  EXPECT_TRUE(leave(2).said(" Well shifted, all three times. "));
 }
 
-TEST_F(Taught, AnEarlyShiftIsHinted) {
-  take(kLessons).script("wait say  Lessons. \nwait 900\n" + menuDown(2) + menuEnter());
-  session.script("wait say  Hold the gas, \nwait 500\n" + kStartByKeys +
-                 "wait tick 5\ntap Up 150\nwait say  Too early\nrelease LeftCtrl\nwait 500\ntap Escape\n");
+template <typename Hands>
+std::function<std::string(const TickReport&)> hands(const Track& track) {
+  return [driver = std::make_shared<Hands>(track)](const TickReport& tick) { return driver->after(tick); };
+}
+
+/// Asks for pit road by key, brakes in the lane, keeps to the wall and stops at two.
+std::function<std::string(const TickReport&)> pitStopByKeys() {
+  return [heard = 0.0, last = 0.0, leg = 0](const TickReport& tick) mutable -> std::string {
+    if (tick.pit == 0) return "press Home";
+    if (tick.lapPosition < last) ++leg;
+    last = tick.lapPosition;
+    const bool isApproach = leg > 0;
+    const bool stops = isApproach && tick.lapPosition > 2700;
+    const bool isFast = tick.speed > 50;
+    const double place = tick.lateralPosition;
+    return std::string("release Home\n") + (stops || isFast ? "release LeftCtrl\n" : "press LeftCtrl\n") +
+           (stops ? "press LeftShift\n" : "release LeftShift\n") +
+           (place > 12  ? "press Left\nrelease Right"
+            : place < 6 ? "release Left\npress Right"
+                        : "release Left\nrelease Right");
+  };
+}
+
+class Pupils : public LessonsTaught, public testing::WithParamInterface<Pupil> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, Pupils,
+    testing::Values(Pupil{kMiddle, false, toTheMiddleByKeys(), "TheMiddleByKeys"},
+                    Pupil{kMiddle, true, toTheMiddleByWheel, "TheMiddleByWheel"},
+                    Pupil{kMarbles, false, hands<ReflexDriver>(kMaple), "TheMarblesByKeys"},
+                    Pupil{kMarbles, true, hands<WheelScript>(kMaple), "TheMarblesByWheel"},
+                    Pupil{kShift, false, shiftsInTime(false), "ShiftingByKeys"},
+                    Pupil{kShift, true, shiftsInTime(true), "ShiftingByWheel"},
+                    Pupil{kBrake, false, hands<ReflexDriver>(kMentor), "BrakingByKeys"},
+                    Pupil{kBrake, true, hands<WheelScript>(kMentor), "BrakingByWheel"},
+                    Pupil{kThreeTurns, false, hands<ReflexDriver>(kChagrin), "ThreeTurnsByKeys"},
+                    Pupil{kThreeTurns, true, hands<WheelScript>(kChagrin), "ThreeTurnsByWheel"},
+                    Pupil{kPitStop, false, pitStopByKeys(), "ThePitStopByKeys"},
+                    Pupil{kPitStop, true, hands<PitStopDriver>(kMaple), "ThePitStopByWheel"}),
+    [](const auto& tested) { return tested.param.name; });
+
+TEST_P(Pupils, ReachTheirGoal) {
+  const Pupil& pupil = GetParam();
+  begin(pupil.lesson, pupil.hasWheel);
+  drive(pupil.hands, wordOf(pupil.lesson));
+  const TraceRecord& trace = leave(2);
+  EXPECT_TRUE(trace.said(wordOf(pupil.lesson)));
+  EXPECT_FALSE(trace.said(" try again")) << "at once";
+}
+
+/// The hint that whoever holds the gas and does nothing else is given.
+struct Hint {
+  LessonNumber lesson;
+  const char* words;
+};
+
+class Idlers : public LessonsTaught, public testing::WithParamInterface<Hint> {};
+
+INSTANTIATE_TEST_SUITE_P(In, Idlers,
+                         testing::Values(Hint{kMiddle, " You were on the left, "},
+                                         Hint{kMarbles, "a left turn pushes you to the right. "},
+                                         Hint{kShift, " Too late: "},
+                                         Hint{kBrake, " You came into the turn at "},
+                                         Hint{kThreeTurns, " Turn 1 is a right one, and pushed you "},
+                                         Hint{kPitStop, " You have passed pit road. "}));
+
+TEST_P(Idlers, AreGivenAHintAndMayTryAgainOrLeave) {
+  begin(GetParam().lesson, false);
+  drive(nobody, " try again");
+  session.script("wait 500\n" + start(false) + "wait tick 20\n" + handsOff() + "tap Escape\n");
+  const TraceRecord& trace = leave(2);
+  EXPECT_TRUE(trace.said(GetParam().words));
+  const auto isFirst = [](const TraceLine& tick) { return tick.at("raceTicks") == 1; };
+  const auto ticks = trace.ticks();
+  EXPECT_EQ(std::count_if(ticks.begin(), ticks.end(), isFirst), 2) << "attempts";
+  EXPECT_THAT(trace.files(), Each(Not(HasSubstr("write"))));
+}
+
+TEST_F(LessonsTaught, AnEarlyShiftIsHinted) {
+  begin(kShift, false);
+  session.script("wait tick 5\ntap Up 150\n");
+  drive(nobody, " try again");
+  session.script("wait 500\ntap Escape\n");
   EXPECT_TRUE(leave(2).said(" Wait until it stops climbing. "));
+}
+
+TEST_F(LessonsTaught, TheCodriverKeepsTheSpeedWhereHeWorksThePedals) {
+  for (const bool hasWheel : {false, true}) {
+    begin(kMiddle, hasWheel);
+    drive(hasWheel ? std::function(toTheMiddleByWheel) : toTheMiddleByKeys(), wordOf(kMiddle));
+    for (const TraceLine& tick : leave(2).ticks()) EXPECT_NEAR(tick.at("speed").get<double>(), 60, 6);
+    session.script(atMainMenu() + menuDown() + "tap F2\nwait say  Co-driver.\nwait 900\n");
+  }
 }
 
 }  // namespace
