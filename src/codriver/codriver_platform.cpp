@@ -1,6 +1,7 @@
 #include "codriver/codriver_platform.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "codriver/driving_aids.h"
 #include "codriver/guest.h"
 #include "codriver/lap_aid.h"
+#include "codriver/loudness.h"
 #include "codriver/menu.h"
 #include "platform/common/key_codes.h"
 #include "state/track_names.h"
@@ -56,6 +58,8 @@ enum class Phase {
   kDriving,  ///< it heeds the controls and Escape
 };
 
+class WatchedBuffer;
+
 class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit {
  public:
   Codriver(Platform& inner, const CodriverOptions& options);
@@ -74,6 +78,8 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
 
   // From the devices of the game.
   Seat& seat() { return seat_; }
+  const AidSettings& heardWith() const { return settings_; }
+  std::set<WatchedBuffer*>& buffers() { return buffers_; }
   void deviceOpened(SoundDevice* device);
   void deviceClosed(const SoundDevice* device);
   void soundLoaded(const std::string& fileName);
@@ -106,8 +112,9 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   bool isForgotten_ = false;  ///< the file was damaged, and nobody knows yet
   bool introducesItself_ = false;
   std::vector<std::unique_ptr<Aid>> aids_;
-  ToneBoard tones_;
-  SoundDevice* device_ = nullptr;  ///< that the tones sound through
+  ToneBoard tones_{settings_};
+  std::set<WatchedBuffer*> buffers_;  ///< of the game, as long as they live
+  SoundDevice* device_ = nullptr;     ///< that the tones sound through
   Phase phase_ = Phase::kElsewhere;
   const GameState* raced_ = nullptr;  ///< the game whose race goes on; null: none does
   bool isMenuAsked_ = false;
@@ -122,22 +129,68 @@ std::vector<std::unique_ptr<Aid>> makeAids(Cockpit& cockpit) {
 
 // --- What the game opens
 
+/// A buffer of the game, as loud and where the player wants its kind to be.
 class WatchedBuffer : public SoundBuffer {
  public:
-  explicit WatchedBuffer(std::unique_ptr<SoundBuffer> inner) : inner_(std::move(inner)) {}
+  WatchedBuffer(std::unique_ptr<SoundBuffer> inner, SoundKind kind, Codriver& codriver)
+      : inner_(std::move(inner)), kind_(kind), codriver_(codriver), ownHertz_(inner_->GetFrequency()) {
+    codriver_.buffers().insert(this);
+    place();
+  }
+  ~WatchedBuffer() override { codriver_.buffers().erase(this); }
+
+  /// Tells the buffer where it stands, as far as the settings have moved it since it was told last.
+  void place() {
+    if (heardVolume(settings(), kind_, volume_) != toldVolume_) tellVolume();
+    if (heardPan(settings(), pan_) != toldPan_) tellPan();
+    tellPitch();
+  }
 
  private:
-  void doPlay(bool looping) override { inner_->Play(looping ? kLooping : kOnce); }
+  void doPlay(bool looping) override {
+    isLooping_ = looping;
+    inner_->Play(looping ? kLooping : kOnce);
+    tellPitch();
+  }
   void doStop() override { inner_->Stop(); }
-  void doSetVolume(int hundredthsOfDecibel) override { inner_->SetVolume(hundredthsOfDecibel); }
-  void doSetPan(int hundredthsOfDecibel) override { inner_->SetPan(hundredthsOfDecibel); }
-  void doSetFrequency(int hertz) override { inner_->SetFrequency(hertz); }
+  void doSetVolume(int hundredthsOfDecibel) override {
+    volume_ = hundredthsOfDecibel;
+    tellVolume();
+  }
+  void doSetPan(int hundredthsOfDecibel) override {
+    pan_ = hundredthsOfDecibel;
+    tellPan();
+    tellPitch();
+  }
+  void doSetFrequency(int hertz) override {
+    hertz_ = hertz;
+    inner_->SetFrequency(toldHertz_ = pitch());
+  }
   void doSetCurrentPosition(int byteInTheData) override { inner_->SetCurrentPosition(byteInTheData); }
   int doGetStatus() override { return inner_->GetStatus(); }
-  int doGetFrequency() override { return inner_->GetFrequency(); }
+  int doGetFrequency() override { return hertz_.value_or(ownHertz_); }
   int doDataBytes() const override { return inner_->dataBytes(); }
 
+  const AidSettings& settings() const { return codriver_.heardWith(); }
+  void tellVolume() { inner_->SetVolume(toldVolume_ = heardVolume(settings(), kind_, volume_)); }
+  void tellPan() { inner_->SetPan(toldPan_ = heardPan(settings(), pan_)); }
+  /// For one ear the pitch of loops tells their side; how long any other sound takes belongs to the game.
+  int pitch() {
+    const bool tellsSide = isLooping_ && kind_ != SoundKind::kEngine;
+    return tellsSide ? heardFrequency(settings(), GetFrequency(), pan_) : GetFrequency();
+  }
+  void tellPitch() {
+    if (pitch() != toldHertz_) inner_->SetFrequency(toldHertz_ = pitch());
+  }
+
   std::unique_ptr<SoundBuffer> inner_;
+  const SoundKind kind_;
+  Codriver& codriver_;
+  const int ownHertz_;
+  std::optional<int> hertz_;  ///< that the game has set
+  int volume_ = 0, pan_ = 0;  ///< that it has set
+  bool isLooping_ = false;
+  int toldVolume_ = 0, toldPan_ = 0, toldHertz_ = ownHertz_;  ///< what the buffer knows
 };
 
 class WatchedSoundDevice : public SoundDevice {
@@ -152,7 +205,7 @@ class WatchedSoundDevice : public SoundDevice {
                                                          int flags) override {
     auto buffer = inner_->CreateSoundBufferFromFile(slot, fileName, flags);
     codriver_.soundLoaded(fileName);
-    return std::make_unique<WatchedBuffer>(std::move(buffer));
+    return std::make_unique<WatchedBuffer>(std::move(buffer), kindOfSlot(slot), codriver_);
   }
   std::unique_ptr<SoundBuffer> CreateSoundBufferFromSamples(const std::string& slot, const std::string& name,
                                                             std::span<const float> samples,
@@ -424,7 +477,10 @@ void Codriver::openMenu() {
     const AidSettings before = settings_;
     Cabin cabin{guest.state, waiting, settings_, seat_};
     runCodriverMenu(cabin);
-    if (aidFileText(before) != aidFileText(settings_)) keepSettings();
+    if (aidFileText(before) != aidFileText(settings_)) {
+      for (WatchedBuffer* buffer : buffers_) buffer->place();
+      keepSettings();
+    }
     waitForHandsOff();
   }
   endRace(false);

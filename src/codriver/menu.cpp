@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "codriver/controller_watch.h"
 #include "codriver/lesson_room.h"
 #include "codriver/preview.h"
+#include "codriver/settings_menu.h"
 #include "codriver/sound_tour.h"
 #include "shell/menus.h"
 #include "speech/speech.h"
@@ -28,6 +30,9 @@ constexpr std::array kEntries{
           [](Cabin& cabin) { takeSoundTour(cabin.game); }},
     Entry{" Lessons. Six short ones, on real tracks. ", giveLessons},
     Entry{" Preview a track. A lap is driven for you, and each part of it is told. ", previewTracks},
+    Entry{" Aids. Switch on what helps you in a race. ", chooseAids},
+    Entry{" Loudness. How loud each kind of sound is, and in which ear. ", chooseLoudness},
+    Entry{" Controller test. Hear what the game takes each axis and button for. ", testController},
     Entry{" Keys. What the function keys do. ", sayKeys},
 };
 

@@ -18,7 +18,7 @@ struct Setting {
 /// In the order of the file, behind the version and the aids.
 constexpr Setting kSettings[] = {
     {&AidSettings::callStyle, kCallTones, kCallBoth},
-    {&AidSettings::callAhead, 10, 40},
+    {&AidSettings::callAhead, kShortestAhead, kLongestAhead},
     {&AidSettings::engineLevel, kQuietestLevel, 0},
     {&AidSettings::cueLevel, kQuietestLevel, 0},
     {&AidSettings::wallLevel, kQuietestLevel, 0},

@@ -32,14 +32,15 @@ std::optional<AidSet> aidsNamed(std::string_view list);
 /// How a turn is called.
 inline constexpr int kCallTones = 1, kCallNotes = 2, kCallBoth = 3;
 
-inline constexpr int kQuietestLevel = -3000;  ///< hundredths of a decibel
-inline constexpr int kFullBalance = 1500;     ///< hundredths of a decibel
+inline constexpr int kShortestAhead = 10, kLongestAhead = 40;  ///< tenths of a second
+inline constexpr int kQuietestLevel = -3000;                   ///< hundredths of a decibel
+inline constexpr int kFullBalance = 1500;                      ///< hundredths of a decibel
 
 struct AidSettings {
   AidSet aids{};
 
   int callStyle = kCallTones;  ///< how turns are called, `kCallTones` .. `kCallBoth`
-  int callAhead = 20;          ///< tenths of a second before a turn at which it is called, 10 .. 40
+  int callAhead = 20;          ///< tenths of a second before a turn at which it is called
 
   // Levels, hundredths of a decibel, `kQuietestLevel` .. 0.
   int engineLevel = 0;

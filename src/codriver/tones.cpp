@@ -5,6 +5,7 @@
 #include <numbers>
 #include <utility>
 
+#include "codriver/loudness.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -12,6 +13,8 @@ namespace {
 
 constexpr int kFramesAPeriod = 48;
 constexpr int kPeriods = 16;
+constexpr int kBeatMs = 45;
+constexpr double kThird = 1.26;  // of an octave
 constexpr const char* kSlotNames[] = {"codriver turn",  "codriver steer", "codriver slider", "codriver shift",
                                       "codriver brake", "codriver pit",   "codriver ghost"};
 static_assert(std::size(kSlotNames) == kToneSlots);
@@ -29,13 +32,33 @@ std::vector<float> toneWave() {
   return wave;
 }
 
+std::vector<Beep> forOneEar(std::vector<Beep> beeps) {
+  if (beeps.empty() || beeps.front().tone.pan == 0) return beeps;
+  const bool isRight = beeps.front().tone.pan > 0;
+  if (beeps.size() > 1) {
+    int& pitch = beeps.back().tone.pitch;
+    pitch = static_cast<int>(std::lround(isRight ? pitch * kThird : pitch / kThird));
+  } else if (isRight) {
+    Beep second = beeps.front();
+    beeps.front().lengthMs = second.lengthMs * 2 / 5;
+    second.startMs += second.lengthMs * 3 / 5;
+    second.lengthMs = beeps.front().lengthMs;
+    beeps.push_back(second);
+  }
+  return beeps;
+}
+
 void ToneBoard::connect(SoundDevice* device) {
   for (Voice& voice : voices_) voice = {};
   device_ = device;
 }
 
 void ToneBoard::play(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now) {
-  hold(slot, std::nullopt);
+  start(slot, settings_.hearsInOne != 0 ? forOneEar(std::move(beeps)) : std::move(beeps), now);
+}
+
+void ToneBoard::start(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now) {
+  stop(slot);
   Voice& played = voice(slot);
   played.beeps.assign(beeps.begin(), beeps.end());
   played.began = now;
@@ -43,17 +66,29 @@ void ToneBoard::play(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now) 
 }
 
 void ToneBoard::hold(ToneSlot slot, const std::optional<Tone>& tone) {
+  if (tone && tone->pan > 0 && settings_.hearsInOne != 0) {
+    start(slot, {{0, kBeatMs, *tone}}, now_);
+    return;
+  }
   Voice& held = voice(slot);
   held.beeps.clear();
   held.isBeeping = false;
   sound(static_cast<std::size_t>(slot), tone);
 }
 
+void ToneBoard::stop(ToneSlot slot) {
+  Voice& stopped = voice(slot);
+  stopped.beeps.clear();
+  stopped.isBeeping = false;
+  sound(static_cast<std::size_t>(slot), std::nullopt);
+}
+
 void ToneBoard::silence() {
-  for (std::size_t i = 0; i < kToneSlots; ++i) hold(static_cast<ToneSlot>(i), std::nullopt);
+  for (std::size_t i = 0; i < kToneSlots; ++i) stop(static_cast<ToneSlot>(i));
 }
 
 void ToneBoard::moveTo(std::uint32_t now) {
+  now_ = now;
   for (std::size_t i = 0; i < kToneSlots; ++i) {
     Voice& voice = voices_[i];
     while (!voice.beeps.empty()) {
@@ -91,8 +126,12 @@ void ToneBoard::sound(std::size_t slot, const std::optional<Tone>& tone) {
     if (!tone) {
       voice.buffer->Stop();
     } else {
-      if (!voice.sounding || voice.sounding->volume != tone->volume) voice.buffer->SetVolume(tone->volume);
-      if (!voice.sounding || voice.sounding->pan != tone->pan) voice.buffer->SetPan(tone->pan);
+      if (!voice.sounding || voice.sounding->volume != tone->volume) {
+        voice.buffer->SetVolume(heardVolume(settings_, SoundKind::kCodriver, tone->volume));
+      }
+      if (!voice.sounding || voice.sounding->pan != tone->pan) {
+        voice.buffer->SetPan(heardPan(settings_, tone->pan));
+      }
       if (!voice.sounding || voice.sounding->pitch != tone->pitch) {
         voice.buffer->SetFrequency(std::clamp(tone->pitch, kLowestPitch, kHighestPitch) * kFramesAPeriod);
       }

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "codriver/settings.h"
 #include "platform/sound_device.h"
 
 namespace vorn {
@@ -39,14 +40,22 @@ struct Beep {
 std::vector<float> toneWave();
 inline constexpr int kToneRate = 48000;
 
+/// The figure for a single ear: a tone on the right is heard as two, and of several the last one rises on
+/// the right and falls on the left.
+std::vector<Beep> forOneEar(std::vector<Beep> beeps);
+
 class ToneBoard {
  public:
+  /// `settings`, not owned, tell how loud tones are and where they stand.
+  explicit ToneBoard(const AidSettings& settings) : settings_(settings) {}
+
   /// From now on tones sound through `device`; null: through nothing, and all are let go of.
   /// Not owned.
   void connect(SoundDevice* device);
   /// Plays `beeps`, in the order of their starts and never overlapping, in place of what the slot still had.
   void play(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now);
-  /// Sounds on as `tone` until told otherwise; nothing: silence.
+  /// Sounds on as `tone` until told otherwise; nothing: silence. To be told again every tick: for one ear
+  /// a tone on the right is a beat that each telling starts anew.
   void hold(ToneSlot slot, const std::optional<Tone>& tone);
   void silence();
   /// Carries out what is due at `now`.
@@ -66,7 +75,12 @@ class ToneBoard {
   Voice& voice(ToneSlot slot) { return voices_[static_cast<std::size_t>(slot)]; }
   void sound(std::size_t slot, const std::optional<Tone>& tone);
 
+  void stop(ToneSlot slot);
+  void start(ToneSlot slot, std::vector<Beep> beeps, std::uint32_t now);
+
+  const AidSettings& settings_;
   SoundDevice* device_ = nullptr;
+  std::uint32_t now_ = 0;  ///< to which it has moved last
   std::array<Voice, kToneSlots> voices_;
 };
 

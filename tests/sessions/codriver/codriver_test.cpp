@@ -50,6 +50,28 @@ TEST_P(EveryTrack, IsTheSameRaceWithEveryAidOn) {
   EXPECT_NE(with.lines().size(), without.lines().size());
 }
 
+TEST(Loudness, ChangesWhatIsHeardAndNothingOfTheRace) {
+  const auto race = [](const AidSettings& settings) {
+    Session session;
+    session.codriver = CodriverOptions{};
+    session.folder.write("vorn1aid.cfg", aidFileText(settings));
+    session.script(offTheGrid(1, Device::kKeys) + "wait tick 50\nend").run();
+    return session.trace();
+  };
+  AidSettings settings;
+  const TraceRecord before = race(settings);
+  settings.wallLevel = -1200;
+  settings.hearsInOne = 1;
+  const TraceRecord after = race(settings);
+  EXPECT_EQ(before.ticks(), after.ticks());
+  EXPECT_THAT(before.soundsOf("wallLeftBuffer"), Contains("SetVolume -1000"));
+  EXPECT_THAT(after.soundsOf("wallLeftBuffer"), Contains("SetVolume -2200"));
+  EXPECT_THAT(after.soundsOf("wallLeftBuffer"), Not(Contains("SetVolume -1000")));
+  EXPECT_THAT(before.soundsOf("wallLeftBuffer"), Contains("SetPan -5000"));
+  EXPECT_THAT(after.soundsOf("wallLeftBuffer"), Not(Contains("SetPan -5000")));
+  EXPECT_EQ(before.soundsOf("engineBuffer"), after.soundsOf("engineBuffer"));
+}
+
 /// The main menu, with the co-driver beside it.
 class InTheMenu : public testing::Test {
  protected:
@@ -75,15 +97,57 @@ TEST_F(InTheMenu, F2OpensTheCodriversMenuAndEscapeLeadsBack) {
   EXPECT_EQ(trace.values("escapePressed").back(), 0);
 }
 
+/// From an open menu of the co-driver to the entry that begins so, and into it.
+std::string enter(int stepsUp) {
+  return menuUp(stepsUp) + menuEnter() + "wait 600\n";
+}
+const std::string kCodriversMenu = "tap F2\nwait say  Co-driver.\nwait 600\n";
+const std::string kLeave = "tap Escape\nwait 600\n";
+constexpr int kKeysEntry = 1, kControllerEntry = 2, kLoudnessEntry = 3;  // from below
+
 TEST_F(InTheMenu, TheChoiceIsTheCodriversAndNotTheGames) {
-  const TraceRecord& trace = session
-                                 .script(
-                                     "tap F2\nwait say  Co-driver.\nwait 600\ntap Up\nwait 600\ntap "
-                                     "Enter\nwait 600\ntap Escape\nwait 1000\nend")
-                                 .run();
+  const TraceRecord& trace =
+      session.script(kCodriversMenu + enter(kKeysEntry) + kLeave + "wait 1000\nend").run();
   EXPECT_FALSE(trace.said("I am now going to explain"));
-  const auto spoken = trace.spoken();
-  EXPECT_EQ(spoken.back(), " Reed Instructions. ");
+  EXPECT_TRUE(trace.said(" F3 turn calls"));
+  EXPECT_EQ(trace.spoken().back(), " Reed Instructions. ");
+}
+
+TEST_F(InTheMenu, LoudnessIsChosenAndKept) {
+  const TraceRecord& trace =
+      session
+          .script(kCodriversMenu + enter(kLoudnessEntry) + menuDown() + menuEnter() +
+                  "wait say  cues, as loud as the game. \nwait 600\n" + menuDown(2) + menuEnter() +
+                  "wait say  cues, 6 decibels quieter. \nwait 600\n" + kLeave + kLeave + "end")
+          .run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  EXPECT_THAT(trace.files(), Contains("write vorn1aid.cfg"));
+  AidSettings kept;
+  kept.cueLevel = -600;
+  EXPECT_EQ(session.folder.read("vorn1aid.cfg"), aidFileText(kept));
+}
+
+TEST_F(InTheMenu, TheControllerTestSaysThatThereIsNone) {
+  EXPECT_TRUE(session.script(kCodriversMenu + enter(kControllerEntry) + "end")
+                  .run()
+                  .said(" No controller is attached. "));
+}
+
+TEST(TheControllerTest, SaysWhatMovesAndLeavesNothingToTheGame) {
+  Session session;
+  session.codriver = CodriverOptions{};
+  session.options.controller = true;
+  const TraceRecord& trace =
+      session
+          .script(
+              atMainMenu() + kCodriversMenu + enter(kControllerEntry) +
+              "axis X -9000\nwait say  axis X left, steering. \nbutton 6 down\nwait say  button 6, horn. \n"
+              "button 6 up\naxis X 0\nwait 100\n" +
+              kLeave + kLeave + "get btnHorn\nget joySteering\nend")
+          .run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  EXPECT_EQ(trace.values("btnHorn").back(), 0);
+  EXPECT_EQ(trace.values("joySteering").back(), 0);
 }
 
 TEST_F(InTheMenu, ItsWindowCanBeClosed) {

@@ -68,7 +68,8 @@ TEST(ToneWave, IsALoopWithoutAStep) {
 
 TEST(ToneBoard, PlaysAFigureInItsTime) {
   NotedDevice device;
-  ToneBoard board;
+  const AidSettings settings;
+  ToneBoard board(settings);
   board.connect(&device);
   const Tone tone{500, -600, -2000};
   board.play(ToneSlot::kTurn, {{0, 100, tone}, {150, 100, tone}}, 1000);
@@ -90,7 +91,8 @@ TEST(ToneBoard, PlaysAFigureInItsTime) {
 
 TEST(ToneBoard, PassesWhatIsLongOver) {
   NotedDevice device;
-  ToneBoard board;
+  const AidSettings settings;
+  ToneBoard board(settings);
   board.connect(&device);
   board.play(ToneSlot::kTurn, {{0, 100, {}}, {150, 100, {}}}, 1000);
   board.moveTo(5000);
@@ -100,7 +102,8 @@ TEST(ToneBoard, PassesWhatIsLongOver) {
 
 TEST(ToneBoard, HoldsAToneAndTellsOnlyWhatChanges) {
   NotedDevice device;
-  ToneBoard board;
+  const AidSettings settings;
+  ToneBoard board(settings);
   board.connect(&device);
   board.hold(ToneSlot::kSlider, Tone{400, -1000, 0});
   device.taken();
@@ -114,7 +117,8 @@ TEST(ToneBoard, HoldsAToneAndTellsOnlyWhatChanges) {
 
 TEST(ToneBoard, KeepsToItsTimeWhereTheClockWraps) {
   NotedDevice device;
-  ToneBoard board;
+  const AidSettings settings;
+  ToneBoard board(settings);
   board.connect(&device);
   board.play(ToneSlot::kTurn, {{0, 100, {}}}, 0xFFFFFFF0U);
   device.taken();
@@ -124,8 +128,39 @@ TEST(ToneBoard, KeepsToItsTimeWhereTheClockWraps) {
   EXPECT_THAT(device.taken(), ElementsAre("codriver turn stop"));
 }
 
+TEST(ToneBoard, BeatsOnTheRightForOneEar) {
+  AidSettings settings;
+  settings.hearsInOne = 1;
+  settings.codriverLevel = -300;
+  NotedDevice device;
+  ToneBoard board(settings);
+  board.connect(&device);
+  board.moveTo(1000);
+  board.hold(ToneSlot::kSlider, Tone{400, -1000, -2500});
+  EXPECT_THAT(device.taken(), ElementsAre("codriver slider volume -1300", "codriver slider pan 0",
+                                          "codriver slider frequency 19200", "codriver slider loop"));
+  board.moveTo(1099);
+  EXPECT_THAT(device.taken(), IsEmpty());
+  board.hold(ToneSlot::kSlider, Tone{400, -1000, 2500});
+  board.moveTo(1144);
+  EXPECT_EQ(device.taken().back(), "codriver slider stop");
+}
+
+TEST(ForOneEar, SidesAreToldApartByRhythmAndPitch) {
+  const auto figure = [](int pan) {
+    return std::vector<Beep>{{0, 100, {500, 0, pan}}, {160, 100, {500, 0, pan}}};
+  };
+  EXPECT_GT(forOneEar(figure(3000)).back().tone.pitch, 500);
+  EXPECT_LT(forOneEar(figure(-3000)).back().tone.pitch, 500);
+  EXPECT_EQ(forOneEar(figure(0)).back().tone.pitch, 500);
+  EXPECT_EQ(forOneEar({{0, 140, {500, 0, 3000}}}).size(), 2U);
+  EXPECT_EQ(forOneEar({{0, 140, {500, 0, -3000}}}).size(), 1U);
+  EXPECT_TRUE(forOneEar({}).empty());
+}
+
 TEST(ToneBoard, IsSilentWithoutADeviceOrWhereItFails) {
-  ToneBoard board;
+  const AidSettings settings;
+  ToneBoard board(settings);
   board.play(ToneSlot::kTurn, {{0, 100, {}}}, 0);
   NotedDevice device;
   device.fails = true;
