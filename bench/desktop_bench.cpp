@@ -2,12 +2,14 @@
 // tests/desktop/with_desktop.sh --record FILE.wav:
 //
 //   desktop_bench race          a demonstration lap: how late ticks are, processor load, memory
-//   desktop_bench menu PROGRAM  keys in the main menu of PROGRAM: how soon speech sounds
+//   desktop_bench menu PROGRAM  the main menu of PROGRAM: how soon it sounds and speaks, load and wakeups
+//   desktop_bench horn          a key that sounds the horn over a running engine: how soon it does
 
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -27,6 +29,7 @@
 #include "platform/desktop/desktop_platform.h"
 #include "shell/start_up.h"
 #include "support/program.h"
+#include "support/temporary_folder.h"
 
 namespace vorn {
 namespace {
@@ -37,10 +40,27 @@ double seconds(const timeval& time) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
+double secondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
 double processorSeconds() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// How often the threads of `process` have gone to sleep so far.
+double wakeupsOf(pid_t process) {
+  double wakeups = 0;
+  for (const auto& task : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+    std::ifstream status(task.path() / "status");
+    for (std::string word; status >> word;) {
+      double count = 0;
+      if (word == "voluntary_ctxt_switches:" && status >> count) wakeups += count;
+    }
+  }
+  return wakeups;
 }
 
 double percentile(std::vector<double> values, double share) {
@@ -48,6 +68,17 @@ double percentile(std::vector<double> values, double share) {
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
+
+/// A folder with the game's sounds in which nobody has played yet.
+class NewFolder : public TemporaryFolder {
+ public:
+  NewFolder() {
+    for (const auto& sound : std::filesystem::directory_iterator(VORN_SOUND_FOLDER)) {
+      const std::filesystem::path name = sound.path().filename();
+      if (name.extension() == ".wav") std::filesystem::create_symlink(sound.path(), path() / name);
+    }
+  }
+};
 
 /// Notes how long after the earliest possible moment each car tick came, and the load meanwhile.
 class TickWatch : public ForwardingPlatform {
@@ -61,10 +92,13 @@ class TickWatch : public ForwardingPlatform {
     } else {
       start_ = now;
       processorAtStart_ = processorSeconds();
+      wakeupsAtStart_ = wakeupsOf(getpid());
     }
     last_ = now;
     lastRaceTicks_ = report.raceTicks;
     processorAtLast_ = processorSeconds();
+    if (++ticks_ % kTicksALook == 0)
+      wakeupsPerSecond_ = (wakeupsOf(getpid()) - wakeupsAtStart_) / secondsSince(start_);
   }
 
   void print() const {
@@ -72,19 +106,25 @@ class TickWatch : public ForwardingPlatform {
     std::cout << "ticks " << intervals_.size() << "\ninterval ms p50 " << percentile(intervals_, 0.5)
               << ", p99 " << percentile(intervals_, 0.99) << ", longest " << percentile(intervals_, 1)
               << "\nprocessor while racing, percent of a core "
-              << 100 * (processorAtLast_ - processorAtStart_) / lasted << '\n';
+              << 100 * (processorAtLast_ - processorAtStart_) / lasted << "\nwakeups a second "
+              << wakeupsPerSecond_ << '\n';
   }
 
  private:
+  static constexpr int kTicksALook = 50;
+
   std::vector<double> intervals_;
   Clock::time_point start_, last_;
   double lastRaceTicks_ = -10;
   double processorAtStart_ = 0, processorAtLast_ = 0;
+  double wakeupsAtStart_ = 0, wakeupsPerSecond_ = 0;
+  int ticks_ = 0;
 };
 
 void measureRace() {
   DesktopOptions options;
-  options.folder = VORN_SOUND_FOLDER;
+  const NewFolder folder;
+  options.folder = folder.path();
   options.speech = SpeechChoice::kEspeak;
   const auto desktop = makeDesktopPlatform(options);
   TickWatch watch(*desktop);
@@ -135,34 +175,94 @@ double processorSecondsOf(pid_t process) {
   return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-void measureMenu(const std::string& program) {
-  const Recording recording;
-  LiveProgram game({program, "--captions", "--speech", "espeak", "--folder", VORN_SOUND_FOLDER});
-  KeyPresser keys;
-  rest(1000);
-  keys.tap("Space");  // cuts the title sound
-  const auto cut = Clock::now();
+void waitFor(LiveProgram& game, const std::string& part) {
   while (const auto text = game.readLine()) {
-    if (text->find("version 2") != std::string::npos) break;
+    if (text->find(part) != std::string::npos) return;
   }
-  std::cout << "from the key that cuts the title to the request of the first speech, ms "
-            << std::chrono::duration<double, std::milli>(Clock::now() - cut).count() << '\n';
-  rest(5000);
+  throw std::runtime_error("never heard \"" + part + "\"");
+}
+
+/// Presses `key` `times` times, each after `quietMs`, and prints how soon it is heard.
+void measureKey(KeyPresser& keys, const Recording& recording, const std::string& key, int times, int quietMs,
+                const std::string& what) {
   std::vector<double> delays;
-  for (int i = 0; i < 20; ++i) {
+  for (int i = 0; i < times; ++i) {
     const std::uintmax_t pressed = recording.frames();
-    keys.press("Up");
+    keys.press(key);
     rest(100);
-    keys.release("Up");
-    rest(3500);  // until it is quiet again
+    keys.release(key);
+    rest(quietMs);
     delays.push_back(recording.millisecondsToSound(pressed, 1000));
   }
-  std::cout << "from key to speech, sound server and recorder included, ms p50 " << percentile(delays, 0.5)
-            << ", p95 " << percentile(delays, 0.95) << '\n';
-  const double before = processorSecondsOf(game.process());
+  std::cout << "from key to " << what << ", sound server and recorder included, ms p50 "
+            << percentile(delays, 0.5) << ", p95 " << percentile(delays, 0.95) << '\n';
+}
+
+void measureMenu(const std::string& program) {
+  const Recording recording;
+  const std::vector<std::string> command = {program,  "--captions", "--speech",
+                                            "espeak", "--folder",   VORN_SOUND_FOLDER};
+  std::vector<double> starts;
+  for (int i = 0; i < 10; ++i) {
+    const std::uintmax_t started = recording.frames();
+    const LiveProgram game(command);
+    rest(2000);
+    starts.push_back(recording.millisecondsToSound(started, 2000));
+  }
+  std::cout << "from the start to the first sound, ms p50 " << percentile(starts, 0.5) << ", p95 "
+            << percentile(starts, 0.95) << '\n';
+
+  LiveProgram game(command);
+  KeyPresser keys;
+  rest(1000);
+  const auto cut = Clock::now();
+  keys.tap("Space");  // cuts the title sound
+  waitFor(game, "version 2");
+  std::cout << "from the key that cuts the title to the request of the first speech, ms "
+            << 1000 * secondsSince(cut) << '\n';
+  rest(5000);
+  measureKey(keys, recording, "Up", 20, 3500, "speech");  // long enough to be quiet again
+  const double processor = processorSecondsOf(game.process()), wakeups = wakeupsOf(game.process());
   rest(10000);
   std::cout << "processor in the menu, percent of a core "
-            << 10 * (processorSecondsOf(game.process()) - before) << '\n';
+            << 10 * (processorSecondsOf(game.process()) - processor) << "\nwakeups a second "
+            << (wakeupsOf(game.process()) - wakeups) / 10 << '\n';
+}
+
+/// Honks at every key, as the car does while it stands.
+class Honker : public EventReceiver {
+ public:
+  explicit Honker(SoundBuffer& horn) : horn_(horn) {}
+  void Form_KeyDown(int, int) override { horn_.Play(SoundBuffer::kOnce); }
+  void DirectXEvent8_DXCallback(int) override {}
+
+ private:
+  SoundBuffer& horn_;
+};
+
+void measureHorn() {
+  const Recording recording;
+  DesktopOptions options;
+  const NewFolder folder;
+  options.folder = folder.path();
+  options.speech = SpeechChoice::kEspeak;
+  const auto desktop = makeDesktopPlatform(options);
+  const auto device = desktop->createSoundDevice();
+  const auto engine = device->CreateSoundBufferFromFile("engineBuffer", "vorn1.wav", 0);
+  const auto horn = device->CreateSoundBufferFromFile("hornBuffer", "vorn7.wav", 0);
+  engine->SetVolume(-9900);  // it keeps the device at work, too softly to be taken for the horn
+  engine->Play(SoundBuffer::kLooping);
+  Honker honker(*horn);
+  desktop->setEventReceiver(&honker);
+  KeyPresser keys;
+  std::atomic<bool> isOver{false};
+  std::thread player([&] {
+    rest(1000);
+    measureKey(keys, recording, "Space", 20, 3500, "the horn");
+    isOver = true;
+  });
+  while (!isOver) desktop->yield(1);
+  player.join();
 }
 
 }  // namespace
@@ -174,8 +274,10 @@ int main(int argc, char** argv) {
     vorn::measureRace();
   } else if (what == "menu" && argc == 3) {
     vorn::measureMenu(argv[2]);
+  } else if (what == "horn" && argc == 2) {
+    vorn::measureHorn();
   } else {
-    std::cerr << "usage: desktop_bench race | menu PROGRAM\n";
+    std::cerr << "usage: desktop_bench race | menu PROGRAM | horn\n";
     return 2;
   }
 }

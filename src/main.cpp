@@ -21,6 +21,7 @@ constexpr int kBadCommandLine = 2;
 struct CommandLine {
   bool headless = false;
   bool controllerInfo = false;
+  bool listDevices = false;
   HeadlessRequest session;
   std::string speech;
   std::optional<AidSet> aids;
@@ -43,6 +44,15 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
                        "say what the controls of each game controller are taken for, and end"));
   belongs(app.add_flag_callback(
       "--no-rumble", [&] { line.desktop.rumble = false; }, "controllers do not let collisions be felt"));
+  belongs(app.add_option("--buffer", line.desktop.buffer,
+                         "frames of the sound device's buffer, 64 to 8192 [as many as it needs]")
+              ->check(CLI::Range(64, 8192))
+              ->type_name("N"));
+  belongs(app.add_option("--audio-device", line.desktop.audioDevice,
+                         "sound device, by a name of --list-devices [the desktop's choice]")
+              ->type_name("NAME"));
+  belongs(app.add_flag("--list-devices", line.listDevices, "say which sound devices there are, and end"));
+  belongs(app.add_flag("--swap-ears", line.desktop.swapEars, "exchange left and right"));
   CLI::Option* const record =
       app.add_option("--record", line.desktop.record, "write what you do as the script of a headless session")
           ->type_name("FILE");
@@ -118,7 +128,7 @@ int play(int argc, char** argv) {
   line.desktop.speech = speechChoice(line.speech);
   line.desktop.aids = line.aids;
   try {
-    return playOnDesktop(line.desktop);
+    return line.listDevices ? listAudioDevices() : playOnDesktop(line.desktop);
   } catch (const std::exception& error) {
     std::cerr << error.what() << std::endl;
     return kFailed;

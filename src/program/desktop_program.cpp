@@ -4,6 +4,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "codriver/codriver_platform.h"
 #include "demo/demo_platform.h"
@@ -78,6 +79,14 @@ int recordDemonstration(const fs::path& folder, int track) {
 
 }  // namespace
 
+int listAudioDevices() {
+  const std::vector<std::string> devices = audioDevices();
+  for (const std::string& device : devices) std::cout << device << '\n';
+  if (!devices.empty()) return 0;
+  std::cerr << "There is no sound device." << std::endl;
+  return 1;
+}
+
 int playOnDesktop(const DesktopRequest& request) {
   const GameFolder folder = gameFolder(request.folder);
   fillWithSounds(folder.path);
@@ -94,6 +103,9 @@ int playOnDesktop(const DesktopRequest& request) {
   options.rumbles = request.rumble;
   options.duckDecibels = request.duck;
   options.quieterDecibels = -request.volume;
+  options.bufferFrames = request.buffer;
+  options.audioDevice = request.audioDevice;
+  options.swapsEars = request.swapEars;
   if (request.captions && !request.demonstration) options.captions = &captions;
   std::unique_ptr<Platform> desktop;
   try {

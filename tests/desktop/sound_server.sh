@@ -4,6 +4,7 @@
 #   sound_server.sh start      starts it, with one sink, and waits until it answers
 #   sound_server.sh kill       ends it without a farewell
 #   sound_server.sh add NAME   plugs in another sink and makes it the default one
+#   sound_server.sh late NAME  the same, with one behind which a third of a second waits to be heard
 #   sound_server.sh remove NAME
 #   sound_server.sh suspend|resume   the default sink takes nothing; takes again
 #   sound_server.sh freeze|thaw      the server takes nothing and answers nobody
@@ -40,8 +41,15 @@ case $1 in
   add)
     pactl load-module module-null-sink sink_name="$2" rate=48000 channels=2 format=s16le norewinds=1 >/dev/null &&
       pactl set-default-sink "$2" ;;
+  late)
+    # A pipe that is full of sound, and whoever hears its other end hears at the pace of a clock.
+    pactl load-module module-pipe-sink sink_name="$2" file="$folder/$2.pipe" rate=48000 channels=2 format=s16le \
+      >/dev/null &&
+      pactl set-default-sink "$2" &&
+      ffmpeg -loglevel quiet -nostdin -re -f s16le -ar 48000 -ac 2 -i "$folder/$2.pipe" -f null - \
+        </dev/null >/dev/null 2>&1 & ;;
   remove) pactl unload-module "$(pactl list short modules | sed -n "s/^\([0-9]*\).*sink_name=$2 .*/\1/p")" ;;
   suspend) pactl suspend-sink @DEFAULT_SINK@ 1 ;;
   resume) pactl suspend-sink @DEFAULT_SINK@ 0 ;;
-  *) sed -n '2,11s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+  *) sed -n '2,12s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac

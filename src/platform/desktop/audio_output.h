@@ -8,16 +8,16 @@
 #include <memory>
 #include <thread>
 
-#include "platform/mixing/mixer.h"
+#include "platform/desktop/audio_line.h"
 
 namespace vorn {
 
 class AudioOutput {
  public:
-  /// Opens the default device with a buffer of `frames` and begins to play. The
-  /// mixer is not owned. Throws `DesktopUnavailable` where there is none, or none
-  /// that answers within ten seconds.
-  AudioOutput(Mixer& mixer, int frames);
+  /// Opens the device and begins to play. The mixer is not owned. Throws
+  /// `DesktopUnavailable` where there is none, or none that answers within ten
+  /// seconds; one that is there in the place of the one wished for will do.
+  AudioOutput(Mixer& mixer, const AudioWishes& wishes);
   /// Waits for the device to be closed, a second at most.
   ~AudioOutput();
   AudioOutput(const AudioOutput&) = delete;
@@ -27,15 +27,13 @@ class AudioOutput {
   /// does, it lets the mixer run on by the clock, unheard, so that sounds and
   /// texts still end in their time.
   bool isHeard();
+  const AudioLine& line() const { return *line_; }
 
  private:
-  struct Line;
-  class Device;
   void close();
-  static void keep(Line& line, int frames);
-  static void watch(Line& line, Device& device);
+  static void keep(AudioLine& line);
 
-  std::shared_ptr<Line> line_;  ///< the keeper's too: a hung sound server may hold it beyond the end
+  std::shared_ptr<AudioLine> line_;  ///< the keeper's too: a hung device may hold it beyond the end
   std::thread keeper_;
   std::chrono::steady_clock::time_point renderedUpTo_;
 };

@@ -34,6 +34,32 @@ constexpr const char* kSoundIsBack = " Sound is back. ";
 constexpr const char* kInBackground = " The window is in the background. ";
 constexpr const char* kInFrontAgain = " The window is in front again. ";
 
+constexpr const char* kOtherDevice = " The sound device that was asked for is not there. ";
+
+/// Where the size of the sound device's buffer stands, once it has grown.
+constexpr const char* kBufferFile = "vorn1buffer.txt";
+
+/// Whose device is later than this is told so: the game itself takes a fifth of it.
+constexpr int kLateMs = 100;
+
+int keptBuffer(Files& files) {
+  int frames = BufferGrowth::kSmallest;
+  carryOn([&] {
+    if (const auto name = files.find(kBufferFile)) frames = bufferFromText(files.read(*name));
+  });
+  return frames;
+}
+
+AudioWishes wishesOf(const DesktopOptions& options, int keptFrames) {
+  const bool isFixed = options.bufferFrames > 0;
+  return {options.audioDevice, isFixed ? options.bufferFrames : keptFrames, !isFixed};
+}
+
+std::string lateness(int milliseconds) {
+  return " Your sound device is late: everything is heard " + std::to_string(milliseconds) +
+         " milliseconds after it happens. One with a cable would be quicker. ";
+}
+
 std::uint64_t clockSeed() {
   return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
 }
@@ -77,13 +103,16 @@ class DesktopPlatform : public Platform {
       : options_(options),
         files_(options.folder),
         random_(clockSeed()),
-        audio_(mixer_, options.audioFrames),
+        keptFrames_(keptBuffer(files_)),
+        audio_(mixer_, wishesOf(options, keptFrames_)),
         braille_(window_.number()),
         speech_(makeSpeech()) {
     braille_.setInFront(true);
     mixer_.setDucking(options.duckDecibels);
     mixer_.setVolume(options.quieterDecibels);
+    mixer_.setEarsSwapped(options.swapsEars);
   }
+  ~DesktopPlatform() override { keepBuffer(); }
 
   std::int32_t tickCount() override { return clock_.now(); }
   double secondsSinceMidnight() override;
@@ -124,6 +153,9 @@ class DesktopPlatform : public Platform {
   void lookAfterFocus();
   void lookAfterSound();
   void feel(const std::optional<Rumble>& rumble);
+  void lookAfterDevice();
+  void keepBuffer();
+  bool isRacing() const;
   void announce(const std::string& text);
   void read(const std::string& text);
 
@@ -132,6 +164,7 @@ class DesktopPlatform : public Platform {
   RandomSource random_;
   TickClock clock_;
   Mixer mixer_;
+  int keptFrames_;  ///< of the sound device's buffer
   AudioOutput audio_;
   Window window_;
   BrailleDisplay braille_;
@@ -143,7 +176,10 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<SpeechService> speech_;
   EventReceiver* receiver_ = nullptr;
   bool isHeard_ = true;
+  bool isKeyMoved_ = false;
   bool isInBackground_ = false;
+  bool hasSpoken_ = false;
+  bool isDelayTold_ = false, isMissingTold_ = false;
   std::chrono::steady_clock::time_point lastTick_;  ///< of the car
 };
 
@@ -181,13 +217,15 @@ int DesktopPlatform::messageBox(const std::string& text) {
   return kOk;
 }
 
+/// After a key has moved the next wait is none: a game that looks at the keyboard
+/// before it waits would else look a whole wait late.
 void DesktopPlatform::doYield(int atMostMs) {
-  if (atMostMs > 0) {
+  if (atMostMs > 0 && !isKeyMoved_) {
     clock_.waitForEvent(atMostMs);
   }
   lookAfterFocus();
   lookAfterSound();
-  window_.deliver(receiver_);
+  isKeyMoved_ = window_.deliver(receiver_);
   controllers_.notify(receiver_);
   for (const std::string& news : controllers_.takeNews()) {
     announce(news);
@@ -227,7 +265,6 @@ bool DesktopPlatform::pause() {
 /// Game sounds and the braille display belong to the window in front. In a race,
 /// which does not wait, whoever loses them without meaning to has to hear of it.
 void DesktopPlatform::lookAfterFocus() {
-  constexpr auto kRaceHasTicked = std::chrono::seconds(2);
   const bool isInBackground = window_.isInBackground();
   if (isInBackground == isInBackground_) {
     return;
@@ -235,9 +272,14 @@ void DesktopPlatform::lookAfterFocus() {
   isInBackground_ = isInBackground;
   mixer_.setMuted(isInBackground);
   braille_.setInFront(!isInBackground);
-  if (std::chrono::steady_clock::now() - lastTick_ < kRaceHasTicked) {
+  if (isRacing()) {
     announce(isInBackground ? kInBackground : kInFrontAgain);
   }
+}
+
+bool DesktopPlatform::isRacing() const {
+  constexpr auto kHasTicked = std::chrono::seconds(2);
+  return std::chrono::steady_clock::now() - lastTick_ < kHasTicked;
 }
 
 /// Where nothing can be heard the player is told so by all other means, and by the
@@ -245,7 +287,11 @@ void DesktopPlatform::lookAfterFocus() {
 void DesktopPlatform::lookAfterSound() {
   // To be asked in every moment anyhow: the game may not ask for long, and a voice that fails is to be
   // noticed.
-  mixer_.setDucked(speech_->isSpeaking());
+  const bool isSpeaking = speech_->isSpeaking();
+  mixer_.setDucked(isSpeaking);
+  if (hasSpoken_ && !isSpeaking && !isRacing()) {
+    lookAfterDevice();
+  }
   const bool isHeard = audio_.isHeard();
   if (isHeard == isHeard_) {
     return;
@@ -266,6 +312,28 @@ void DesktopPlatform::feel(const std::optional<Rumble>& rumble) {
   }
 }
 
+/// What can wait until nothing is being said and nobody drives.
+void DesktopPlatform::lookAfterDevice() {
+  keepBuffer();
+  if (!isMissingTold_ && audio_.line().isDeviceMissing()) {
+    isMissingTold_ = true;
+    announce(kOtherDevice);
+  } else if (!isDelayTold_ && audio_.line().deviceDelay() > kLateMs) {
+    isDelayTold_ = true;
+    announce(lateness(audio_.line().deviceDelay()));
+  }
+}
+
+/// A buffer that has grown is needed again next time.
+void DesktopPlatform::keepBuffer() {
+  const int frames = audio_.line().frames();
+  if (options_.bufferFrames > 0 || frames == keptFrames_) {
+    return;
+  }
+  keptFrames_ = frames;
+  carryOn([&] { files_.write(kBufferFile, bufferAsText(frames)); });
+}
+
 /// Says something of the platform's own as the game's texts are said.
 void DesktopPlatform::announce(const std::string& text) {
   speech_->say(text, voiceSettings_);
@@ -274,6 +342,7 @@ void DesktopPlatform::announce(const std::string& text) {
 
 /// Speech for eyes and fingers.
 void DesktopPlatform::read(const std::string& text) {
+  hasSpoken_ = true;
   if (options_.captions != nullptr) {
     *options_.captions << text << std::endl;
   }

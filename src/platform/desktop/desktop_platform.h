@@ -7,6 +7,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "platform/platform.h"
 
@@ -18,7 +19,9 @@ struct DesktopOptions {
   std::filesystem::path folder = ".";         ///< working folder
   SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own where its daemon runs
   std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
-  int audioFrames = 256;                      ///< of the sound device's buffer, a power of two
+  int bufferFrames = 0;                       ///< of the sound device; 0: as many as it turns out to need
+  std::string audioDevice;                    ///< as `audioDevices` names it; empty: the desktop's choice
+  bool swapsEars = false;                     ///< whether left and right are exchanged
   double duckDecibels = 8;                    ///< by which sounds are lowered under a voice
   double quieterDecibels = 0;                 ///< by which everything is
   bool rumbles = true;                        ///< whether controllers that can let collisions be felt
@@ -38,6 +41,9 @@ class DesktopUnavailable : public std::runtime_error {
 
   const Missing missing;
 };
+
+/// The sound devices that can be asked for. May wait for a sound server, five seconds at most.
+std::vector<std::string> audioDevices();
 
 /// Opens window and sound device. At most one at a time, on the thread that then
 /// plays. Throws `DesktopUnavailable`. Where the voice chosen is not there the

@@ -129,7 +129,8 @@ bool Window::isToBeClosed() const {
   return closeRequests_.isHeeded() && SDL_HasEvent(SDL_QUIT) == SDL_TRUE;
 }
 
-void Window::deliver(EventReceiver* receiver) {
+bool Window::deliver(EventReceiver* receiver) {
+  bool isKeyMoved = false;
   passSignalsOn();
   SDL_Event event;
   while (SDL_PollEvent(&event) != 0) {
@@ -140,7 +141,7 @@ void Window::deliver(EventReceiver* receiver) {
       paint();
     }
     if (event.type == SDL_KEYDOWN || event.type == SDL_KEYUP) {
-      noteKey(event.key);
+      isKeyMoved |= noteKey(event.key);
     }
     const bool isPress = event.type == SDL_KEYDOWN && event.key.repeat == 0;
     if (isPress && event.key.windowID == SDL_GetWindowID(window_) && receiver != nullptr) {
@@ -149,18 +150,20 @@ void Window::deliver(EventReceiver* receiver) {
       }
     }
   }
+  return isKeyMoved;
 }
 
-void Window::noteKey(const SDL_KeyboardEvent& event) {
+bool Window::noteKey(const SDL_KeyboardEvent& event) {
   const Key* key = keyAt(event.keysym.scancode);
   if (key == nullptr || event.repeat != 0) {
-    return;
+    return false;
   }
   if (event.type == SDL_KEYDOWN) {
     taps_.wentDown(key->keyCode);
   } else {
     taps_.wentUp(key->keyCode, event.timestamp);
   }
+  return true;
 }
 
 void Window::showBox(const std::string& text) {

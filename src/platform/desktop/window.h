@@ -39,7 +39,8 @@ class Window {
   void pump();
   /// Delivers what has happened to `receiver` (null: nobody). Throws `WindowClosed`
   /// on the first request to close, unless the shutdown has begun, and `ProgramEnd` on the second.
-  void deliver(EventReceiver* receiver);
+  /// Returns whether a key of the game's went down or up.
+  bool deliver(EventReceiver* receiver);
   /// Whether a request to close waits to be delivered that changes anything.
   bool isToBeClosed() const;
   /// The short taps that have been delivered, for whoever reads the keyboard.
@@ -51,7 +52,7 @@ class Window {
   void showBox(const std::string& text);
 
  private:
-  void noteKey(const SDL_KeyboardEvent& event);
+  bool noteKey(const SDL_KeyboardEvent& event);
   void paint();
   void showTitle();
   void waitForAnswer();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "platform/errors.h"
 
@@ -11,11 +12,14 @@ namespace vorn {
 /// A channel as the game sees it.
 class Mixer::Buffer final : public SoundBuffer {
  public:
-  explicit Buffer(SoundChannel& channel) : channel_(channel) {}
+  Buffer(SoundChannel& channel, const std::function<void()>& waker) : channel_(channel), waker_(waker) {}
   ~Buffer() override { channel_.release(); }
 
  private:
-  void doPlay(bool looping) override { channel_.play(looping); }
+  void doPlay(bool looping) override {
+    channel_.play(looping);
+    waker_();
+  }
   void doStop() override { channel_.stop(); }
   void doSetVolume(int hundredthsOfDecibel) override { channel_.setVolume(hundredthsOfDecibel); }
   void doSetPan(int hundredthsOfDecibel) override { channel_.setPan(hundredthsOfDecibel); }
@@ -28,6 +32,7 @@ class Mixer::Buffer final : public SoundBuffer {
   int doDataBytes() const override { return static_cast<int>(channel_.recording().dataBytes()); }
 
   SoundChannel& channel_;
+  const std::function<void()>& waker_;
 };
 
 std::unique_ptr<SoundBuffer> Mixer::createBuffer(std::shared_ptr<const Recording> recording) {
@@ -42,7 +47,7 @@ std::unique_ptr<SoundBuffer> Mixer::createBuffer(std::shared_ptr<const Recording
   }
   *place = std::make_unique<SoundChannel>(std::move(recording));
   places_[static_cast<std::size_t>(place - owned_.begin())].store(place->get(), std::memory_order_release);
-  return std::make_unique<Buffer>(**place);
+  return std::make_unique<Buffer>(**place, waker_);
 }
 
 /// Frees what the rendering thread has let go of.
@@ -52,6 +57,11 @@ void Mixer::reclaim() {
       owned_[i].reset();
     }
   }
+}
+
+void Mixer::setWaker(std::function<void()> waker) {
+  waker_ = waker ? std::move(waker) : [] {};
+  voice_.setWaker(waker_);
 }
 
 void Mixer::setDucking(double decibels) {
@@ -75,26 +85,39 @@ void Mixer::aimLoudness() {
   loudness_.aim(aim, concernsMuting ? Glide::kFrames : ducked ? kDuckFrames : kRiseFrames);
 }
 
+bool Mixer::isSilentFor(int frames) const {
+  const auto isQuiet = [](const std::atomic<SoundChannel*>& place) {
+    const SoundChannel* channel = place.load(std::memory_order_acquire);
+    return channel == nullptr || channel->isSilent();
+  };
+  return silentFor_ >= frames && voice_.isSilent() && std::all_of(places_.begin(), places_.end(), isQuiet);
+}
+
 void Mixer::render(float* interleaved, int frames) {
   std::array<float, kChunk> left, right;
+  const bool swapped = earsSwapped_.load(std::memory_order_relaxed);
+  const auto& first = swapped ? right : left;
+  const auto& second = swapped ? left : right;
   for (int done = 0; done < frames; done += kChunk) {
     const int count = std::min(kChunk, frames - done);
     mixChunk(left.data(), right.data(), count);
     for (int i = 0; i < count; ++i) {
-      *interleaved++ = left[i];
-      *interleaved++ = right[i];
+      *interleaved++ = first[i];
+      *interleaved++ = second[i];
     }
   }
 }
 
 void Mixer::mixChunk(float* left, float* right, int count) {
   std::array<float, kChunk> gameLeft{}, gameRight{};
+  bool isSounding = false;
   for (auto& place : places_) {
     SoundChannel* channel = place.load(std::memory_order_acquire);
     if (channel == nullptr) {
       continue;
     }
     channel->render(interpolator_, gameLeft.data(), gameRight.data(), count);
+    isSounding |= !channel->isSilent();
     if (channel->isFinished()) {
       place.store(nullptr, std::memory_order_release);
     }
@@ -106,6 +129,7 @@ void Mixer::mixChunk(float* left, float* right, int count) {
   loudness_.mixInto(left, gameLeft.data(), count);
   sameLoudness.mixInto(right, gameRight.data(), count);
   voice_.mixInto(interpolator_, left, right, count);
+  silentFor_ = isSounding || !voice_.isSilent() ? 0 : std::min(silentFor_ + count, kRate);
   const float volume = volume_.load(std::memory_order_relaxed);
   for (int i = 0; volume != 1 && i < count; ++i) {
     left[i] *= volume;

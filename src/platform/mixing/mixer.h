@@ -6,6 +6,7 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 #include <memory>
 
 #include "platform/mixing/interpolator.h"
@@ -40,11 +41,19 @@ class Mixer {
   void setDucking(double decibels);
   /// Turns down everything, the voice too, by decibels from 0.
   void setVolume(double decibels);
+  /// Exchanges left and right, for headphones that are worn the other way round.
+  void setEarsSwapped(bool swapped) { earsSwapped_ = swapped; }
   VoiceStream& voice() { return voice_; }
+  /// Called, on the thread that asks for it, whenever something is to be heard that
+  /// may end a silence; it must not wait. To be set while no other thread speaks or plays.
+  void setWaker(std::function<void()> waker);
 
   // Rendering thread.
   /// Writes the next `frames` frames, left and right in turn, each -1 .. 1.
   void render(float* interleaved, int frames);
+  /// Whether it has been silent for `frames` (`kDelay` .. `kRate`) and stays so until something is told to
+  /// play.
+  bool isSilentFor(int frames) const;
 
  private:
   class Buffer;
@@ -58,7 +67,8 @@ class Mixer {
 
   const Interpolator interpolator_;
   VoiceStream voice_;
-  std::atomic<bool> muted_{false}, ducked_{false};
+  std::function<void()> waker_ = [] {};
+  std::atomic<bool> muted_{false}, ducked_{false}, earsSwapped_{false};
   std::atomic<float> duckedGain_{1}, volume_{1};
 
   // A channel stands in its place until the rendering thread, finding it released
@@ -69,6 +79,7 @@ class Mixer {
   // The rendering thread's own.
   Glide loudness_{1};
   Limiter limiter_;
+  int silentFor_ = 0;  ///< frames
 };
 
 }  // namespace vorn

@@ -77,6 +77,11 @@ bool SoundChannel::isPlaying() const {
   return wish_.playing && endedPlay_.load(std::memory_order_acquire) != wish_.plays;
 }
 
+bool SoundChannel::isSilent() const {
+  const Wish wish = Wish::unpacked(word_.load(std::memory_order_acquire));
+  return !isSounding() && (!wish.playing || wish.plays == obeyed_.plays);
+}
+
 /// Carries out what the game thread has told since the last chunk.
 void SoundChannel::obey() {
   const Wish wish = Wish::unpacked(word_.load(std::memory_order_acquire));

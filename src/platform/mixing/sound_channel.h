@@ -41,6 +41,8 @@ class SoundChannel {
   // Mixing thread.
   /// Adds the next `count` frames, at most `kChunk`.
   void render(const Interpolator& interpolator, float* left, float* right, int count);
+  /// Whether it is silent and has not been told to play.
+  bool isSilent() const;
   bool isFinished() const { return released_ && !playing_ && tailCount_ == 0; }
 
  private:

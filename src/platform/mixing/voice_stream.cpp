@@ -46,6 +46,7 @@ std::size_t VoiceStream::write(std::uint32_t ticket, int rate, std::span<const s
     ring_[(written + i) % kCapacity] = samples[i];
   }
   written_.store(written + count, std::memory_order_release);
+  waker_();
   return count;
 }
 

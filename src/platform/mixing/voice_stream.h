@@ -6,8 +6,10 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
+#include <utility>
 
 #include "platform/mixing/glide.h"
 #include "platform/mixing/interpolator.h"
@@ -36,6 +38,9 @@ class VoiceStream {
   /// longer `isSpeaking` holds. Set before the first sample. 0 at first.
   void setDeviceLatency(int frames) { deviceLatency_ = frames; }
 
+  /// Called by the writing thread after each piece. To be set while there is no such thread.
+  void setWaker(std::function<void()> waker) { waker_ = std::move(waker); }
+
   // Writing thread.
   bool isCancelled(std::uint32_t ticket) const { return ticket != ticket_.load(std::memory_order_acquire); }
   /// Takes as many `samples` (mono, `rate` 1000 .. 100000 hertz) as there is room
@@ -44,6 +49,10 @@ class VoiceStream {
   std::size_t write(std::uint32_t ticket, int rate, std::span<const std::int16_t> samples);
 
   // Mixing thread.
+  /// Whether all that has been written has been heard.
+  bool isSilent() const {
+    return heard_.load(std::memory_order_relaxed) == written_.load(std::memory_order_acquire);
+  }
   /// Adds the next `count` frames, at most `kChunk`, to both sides.
   void mixInto(const Interpolator& interpolator, float* left, float* right, int count);
 
@@ -68,6 +77,7 @@ class VoiceStream {
   void noticeSilence(int count);
 
   std::unique_ptr<std::int16_t[]> ring_;
+  std::function<void()> waker_ = [] {};
 
   std::atomic<std::uint32_t> ticket_{0};
   std::atomic<int> deviceLatency_{0};

@@ -362,7 +362,7 @@ TEST_F(DesktopPlatformTest, TheVoiceIsHeardOutOfTheDevicesBuffersToo) {
   constexpr int kFrames = 4096;
   const fs::path heard = folder.path() / "heard.raw";
   environment.set("SDL_DISKAUDIOFILE", heard.string());
-  options.audioFrames = kFrames;
+  options.bufferFrames = kFrames;
   auto voice = platform().createVoice();
   voice->Speak("one", speak_flags::kSynchronous);
   voice.reset();

@@ -690,6 +690,72 @@ TEST_F(MixerTest, VolumeTurnsEverythingDown) {
   EXPECT_NEAR(decibels(fitSine(render(4800).left, 997).amplitude), decibels(0.2) - 6, 0.05);
 }
 
+TEST_F(MixerTest, EarsAreExchangedExactly) {
+  const auto recording = recordingOf(48000, sine(48000, 400, 0.5), sine(48000, 900, 0.25));
+  const auto play = [&](bool swapped) {
+    Mixer other;
+    other.setEarsSwapped(swapped);
+    auto buffer = other.createBuffer(recording);
+    buffer->SetPan(-700);
+    buffer->Play(1);
+    std::vector<float> interleaved(2 * 4800);
+    other.render(interleaved.data(), 4800);
+    return interleaved;
+  };
+  std::vector<float> plain = play(false);
+  const std::vector<float> swapped = play(true);
+  EXPECT_NE(plain, swapped);
+  for (std::size_t i = 0; i < plain.size(); i += 2) std::swap(plain[i], plain[i + 1]);
+  EXPECT_EQ(plain, swapped);
+}
+
+// ---- Silence
+
+TEST_F(MixerTest, IsSilentOnceTheLastSoundHasBeenGivenOut) {
+  EXPECT_FALSE(mixer.isSilentFor(4800));
+  render(4800);
+  EXPECT_TRUE(mixer.isSilentFor(4800));
+  auto buffer = mixer.createBuffer(recordingOf(48000, sine(4800, 400, 0.5)));
+  EXPECT_TRUE(mixer.isSilentFor(4800)) << "nobody has played it";
+  buffer->Play(0);
+  EXPECT_FALSE(mixer.isSilentFor(4800)) << "before anything of it was rendered";
+  render(4800);
+  EXPECT_FALSE(mixer.isSilentFor(Mixer::kDelay));
+  render(4900);
+  EXPECT_TRUE(mixer.isSilentFor(Mixer::kDelay));
+  EXPECT_FALSE(mixer.isSilentFor(5000));
+  EXPECT_EQ(peak(render(4800).left), 0);
+  EXPECT_TRUE(mixer.isSilentFor(4800));
+}
+
+TEST_F(MixerTest, IsNotSilentWhileItSpeaks) {
+  render(4800);
+  speak(speechOf(2205));
+  EXPECT_FALSE(mixer.isSilentFor(Mixer::kDelay));
+  render(4600);
+  EXPECT_FALSE(mixer.isSilentFor(Mixer::kDelay));
+  render(600);
+  EXPECT_TRUE(mixer.isSilentFor(Mixer::kDelay));
+}
+
+TEST_F(MixerTest, WhateverBeginsToSoundWakes) {
+  int wakings = 0;
+  mixer.setWaker([&] { ++wakings; });
+  auto buffer = mixer.createBuffer(recordingOf(48000, sine(4800, 400, 0.5)));
+  buffer->SetVolume(-100);
+  buffer->SetCurrentPosition(4);
+  buffer->Stop();
+  EXPECT_EQ(wakings, 0);
+  buffer->Play(0);
+  EXPECT_EQ(wakings, 1);
+  speak(speechOf(2205));
+  EXPECT_EQ(wakings, 2);
+  mixer.setWaker(nullptr);
+  buffer->Play(0);
+  speak(speechOf(2205));
+  EXPECT_EQ(wakings, 2);
+}
+
 TEST_F(MixerTest, TheVoiceIsHeardOnBothSidesAtItsOwnPitch) {
   for (const int rate : {8000, 16000, 22050, 44100, 48000}) {
     speak(speechOf(4000, 16384), rate);
