@@ -17,8 +17,10 @@ constexpr int kGears = 4;
 constexpr int kCallPan = 3000;  // hundredths of a decibel
 constexpr int kCallVolume = -300;
 constexpr int kGapMs = 60;
-constexpr double kLowestCall = 220, kHighestCall = 1900;  // hertz
-constexpr double kPitchOfOneUnit = 466;                   // hertz; it grows with the root of the push
+// From the gentlest bend to the hairpins of the dirt road, in hertz.
+constexpr double kLowestCall = 200, kHighestCall = 1990;
+constexpr double kPitchOfOneUnit = 400;
+constexpr double kPitchGrowth = 0.43;  // the power of the push by which it grows
 constexpr double kUnitsAMs = 40;
 constexpr int kShortestToneMs = 60, kLongestToneMs = 450;
 constexpr int kJumpPitch = 880;
@@ -91,11 +93,11 @@ double soonestMs(const RaceState& car, double distance) {
 
 int pitchOfPush(double push) {
   return static_cast<int>(
-      std::lround(std::clamp(kPitchOfOneUnit * std::sqrt(push), kLowestCall, kHighestCall)));
+      std::lround(std::clamp(kPitchOfOneUnit * std::pow(push, kPitchGrowth), kLowestCall, kHighestCall)));
 }
 
 double pushOfPitch(int pitch) {
-  return pitch * pitch / (kPitchOfOneUnit * kPitchOfOneUnit);
+  return std::pow(pitch / kPitchOfOneUnit, 1 / kPitchGrowth);
 }
 
 int toneMs(double length) {
