@@ -5,12 +5,15 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/common/voice_probe.h"
 #include "program/desktop_program.h"
+#include "program/ghost_exchange.h"
 #include "program/headless_program.h"
 #include "program/installation.h"
 #include "program/standard_streams.h"
+#include "state/track_names.h"
 
 namespace vorn {
 namespace {
@@ -22,6 +25,8 @@ struct CommandLine {
   bool headless = false;
   bool controllerInfo = false;
   bool listDevices = false;
+  std::string importedGhost;                  ///< a file; empty: none
+  std::pair<int, std::string> exportedGhost;  ///< a track and a file; empty: none
   HeadlessRequest session;
   std::string speech;
   std::optional<AidSet> aids;
@@ -42,6 +47,11 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
               ->type_name("DB"));
   belongs(app.add_flag("--controller-info", line.controllerInfo,
                        "say what the controls of each game controller are taken for, and end"));
+  belongs(app.add_option("--import-ghost", line.importedGhost, "take in a friend's laps from a file, and end")
+              ->type_name("FILE"));
+  belongs(app.add_option("--export-ghost", line.exportedGhost,
+                         "put your best laps on a track, 1 to 10, into a file for a friend, and end")
+              ->type_name("N FILE"));
   belongs(app.add_flag_callback(
       "--no-rumble", [&] { line.desktop.rumble = false; }, "controllers do not let collisions be felt"));
   belongs(app.add_option("--buffer", line.desktop.buffer,
@@ -68,6 +78,10 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
 
 void checkTogether(const CommandLine& line) {
   checkOutputs(line.session);
+  const auto& [track, file] = line.exportedGhost;
+  if (!file.empty() && (track < 1 || track > kTracks)) {
+    throw CLI::ValidationError("--export-ghost", "there are tracks 1 to 10");
+  }
   const std::vector<std::string> choices =
       line.headless ? std::vector<std::string>{"virtual", "espeak"}
                     : std::vector<std::string>{"auto", "espeak", "speech-dispatcher"};
@@ -123,6 +137,10 @@ int play(int argc, char** argv) {
   if (line.controllerInfo) {
     tellOfControllers();
     return 0;
+  }
+  if (!line.importedGhost.empty()) return importGhost(folder, line.importedGhost);
+  if (!line.exportedGhost.second.empty()) {
+    return exportGhost(folder, line.exportedGhost.first, line.exportedGhost.second);
   }
   line.desktop.folder = folder;
   line.desktop.speech = speechChoice(line.speech);

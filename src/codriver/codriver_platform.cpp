@@ -475,7 +475,7 @@ void Codriver::openMenu() {
     GuestGame guest(platform, seat_);
     guest.state.speechVoice->Speak("", speak_flags::kPurge);
     const AidSettings before = settings_;
-    Cabin cabin{guest.state, waiting, settings_, seat_};
+    Cabin cabin{guest.state, waiting, settings_, files(), seat_};
     runCodriverMenu(cabin);
     if (aidFileText(before) != aidFileText(settings_)) {
       for (WatchedBuffer* buffer : buffers_) buffer->place();

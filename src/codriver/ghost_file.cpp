@@ -154,7 +154,7 @@ std::optional<GhostFile> takeFile(Reader& reader) {
 }  // namespace
 
 std::string ghostFileName(int track) {
-  return recordPrefix(track) + ".ghost";
+  return recordPrefix(track) + kGhostSuffix;
 }
 
 std::string encodeGhosts(const GhostFile& file) {

@@ -12,6 +12,8 @@
 
 namespace vorn {
 
+inline constexpr const char* kGhostSuffix = ".ghost";
+
 /// The name under which the ghosts of track 1 .. 10 are kept.
 std::string ghostFileName(int track);
 

@@ -36,7 +36,7 @@ KeptGhosts read(Files& files, const std::string& name, int track) {
 }  // namespace
 
 std::string friendsFileName(int track) {
-  return recordPrefix(track) + ".friend.ghost";
+  return recordPrefix(track) + ".friend" + kGhostSuffix;
 }
 
 KeptGhosts keptGhosts(Files& files, int track) {
@@ -60,15 +60,13 @@ std::string keepGhosts(Files& files, int track, const Ghosts& laps) {
   return isKept ? "" : " The ghost could not be kept. ";
 }
 
-std::string importGhosts(Files& files, const std::string& bytes) {
+GhostImport importGhosts(Files& files, const std::string& bytes) {
   const GhostReading reading = decodeGhosts(bytes);
-  if (reading.fault != GhostFault::kNone) return " The file" + complaintOf(reading.fault);
+  if (reading.fault != GhostFault::kNone) return {false, " The file" + complaintOf(reading.fault)};
   const int track = reading.file.track;
-  const std::string where = std::string(" a friend's lap on the ") + nameOf(track);
-  if (!carryOn([&] { files.write(friendsFileName(track), encodeGhosts(reading.file)); })) {
-    return " It could not be kept:" + where + ". ";
-  }
-  return " Taken in:" + where + ". ";
+  const std::string laps = std::string("laps on the ") + nameOf(track);
+  const bool isKept = carryOn([&] { files.write(friendsFileName(track), encodeGhosts(reading.file)); });
+  return {isKept, isKept ? " Taken in: " + laps + ". " : " They could not be kept: " + laps + ". "};
 }
 
 }  // namespace vorn

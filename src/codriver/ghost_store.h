@@ -27,8 +27,12 @@ KeptGhosts friendsGhosts(Files& files, int track);
 /// Returns what there is to be said: empty where all is well.
 std::string keepGhosts(Files& files, int track, const Ghosts& laps);
 
-/// A file that was sent, its bytes: taken in as the friend's laps of its track. Returns what there is to be
-/// said.
-std::string importGhosts(Files& files, const std::string& bytes);
+/// What has become of a file that was sent.
+struct GhostImport {
+  bool isDone;
+  std::string word;
+};
+/// A file that was sent, its bytes: taken in as the friend's laps of its track, in place of those before.
+GhostImport importGhosts(Files& files, const std::string& bytes);
 
 }  // namespace vorn

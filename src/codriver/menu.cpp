@@ -3,6 +3,7 @@
 #include <array>
 
 #include "codriver/controller_watch.h"
+#include "codriver/ghost_menu.h"
 #include "codriver/lesson_room.h"
 #include "codriver/preview.h"
 #include "codriver/settings_menu.h"
@@ -31,6 +32,7 @@ constexpr std::array kEntries{
     Entry{" Lessons. Six short ones, on real tracks. ", giveLessons},
     Entry{" Preview a track. A lap is driven for you, and each part of it is told. ", previewTracks},
     Entry{" Aids. Switch on what helps you in a race. ", chooseAids},
+    Entry{" Ghost. Race against a lap of your own, or of a friend. ", arrangeGhost},
     Entry{" Loudness. How loud each kind of sound is, and in which ear. ", chooseLoudness},
     Entry{" Controller test. Hear what the game takes each axis and button for. ", testController},
     Entry{" Keys. What the function keys do. ", sayKeys},

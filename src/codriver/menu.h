@@ -17,6 +17,7 @@ struct Cabin {
   GameState& game;  ///< a second game: the player's devices and voice, and his settings; no sounds are loaded
   const GameState& waiting;  ///< the game that waits
   AidSettings& settings;     ///< kept when the menu is left
+  Files& files;              ///< the player's own, which a guest's game only reads
   Seat& seat;                ///< for guests of the entry's own: `GuestPlatform(game.platform, seat)`
 };
 

@@ -7,6 +7,7 @@
 #include "codriver/lap_times.h"
 #include "sessions/tracks/one_race.h"
 #include "sessions/tracks/wheel_script.h"
+#include "support/program.h"
 #include "tracks/catalogue.h"
 
 namespace vorn {
@@ -168,6 +169,70 @@ TEST_F(LapsOfTheDirtMile, LeaveTheRaceAsItIs) {
   const std::string without = ticksOf(race("none"));
   race("laps,ghost");
   EXPECT_EQ(ticksOf(race("laps,ghost")), without);
+}
+
+// --- Friends
+
+class BetweenFriends : public LapsOfTheDirtMile {
+ protected:
+  Finished call(std::vector<std::string> options) {
+    options.insert(options.begin(), {VORN_PROGRAM, "--folder", session.folder.path().string()});
+    return runProgram(options);
+  }
+  std::string pathOf(const char* name) { return (elsewhere.path() / name).string(); }
+
+  TemporaryFolder elsewhere;
+};
+
+TEST_F(BetweenFriends, LapsGoFromOneFolderToTheOther) {
+  race("ghost");
+  const std::string own = session.folder.read(kFile);
+  EXPECT_EQ(call({"--export-ghost", "8", pathOf("anna.ghost")}).exitStatus, 0);
+  EXPECT_EQ(elsewhere.read("anna.ghost"), own);
+  const Finished taken = call({"--import-ghost", pathOf("anna.ghost")});
+  EXPECT_EQ(taken.exitStatus, 0);
+  EXPECT_EQ(taken.output, "Taken in: laps on the Kirtland Dirt Mile Oval Track.\n");
+  EXPECT_EQ(session.folder.read("vorn1kirtland.friend.ghost"), own);
+}
+
+TEST_F(BetweenFriends, WhatIsNoGhostIsNotTakenIn) {
+  elsewhere.write("holiday.ghost", "VORNGHOST, a film");
+  const Finished refused = call({"--import-ghost", pathOf("holiday.ghost")});
+  EXPECT_EQ(refused.exitStatus, 1);
+  EXPECT_THAT(refused.errors, HasSubstr("of another version"));
+  EXPECT_EQ(call({"--import-ghost", pathOf("nowhere.ghost")}).exitStatus, 1);
+  EXPECT_FALSE(session.folder.has("vorn1kirtland.friend.ghost"));
+}
+
+TEST_F(BetweenFriends, WhatIsNotThereIsNotGivenOut) {
+  EXPECT_THAT(call({"--export-ghost", "8", pathOf("mine.ghost")}).errors, HasSubstr("no lap is kept"));
+  EXPECT_EQ(call({"--export-ghost", "11", pathOf("mine.ghost")}).exitStatus, 2);
+  race("ghost");
+  elsewhere.write("mine.ghost", "dear to me");
+  EXPECT_EQ(call({"--export-ghost", "8", pathOf("mine.ghost")}).exitStatus, 1);
+  EXPECT_EQ(elsewhere.read("mine.ghost"), "dear to me");
+}
+
+TEST_F(BetweenFriends, AFileInTheFolderIsTakenInFromTheMenu) {
+  race("ghost");
+  session.folder.write("anna.ghost", session.folder.read(kFile));
+  session.codriver = CodriverOptions{};
+  session.options.controller = false;
+  const std::string toGhost = "tap F2\nwait say  Co-driver.\nwait 900\n" + menuDown(4) + menuEnter() +
+                              "wait say  Ghost. \nwait 900\n";
+  session
+      .script(atMainMenu() + toGhost + menuDown(3) + menuEnter() + "wait say anna.ghost\nwait 900\n" +
+              menuEnter() + "wait say  Taken in: laps on the Kirtland \nwait 900\ntap Escape\nwait 900\n" +
+              menuUp(2) + menuEnter() + "wait say  drives a friend's laps. \nwait 900\n" + menuDown(3) +
+              menuEnter() +
+              "wait say vorn1kirtland.ghost, \nwait 900\ntap Escape\nwait 900\ntap Escape\nwait 900\nend")
+      .run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  EXPECT_EQ(session.folder.read("vorn1kirtland.friend.ghost"), session.folder.read(kFile));
+  const auto settings = aidsInFile(session.folder.read(kAidFile));
+  ASSERT_TRUE(settings);
+  EXPECT_TRUE(settings->isOn(AidKind::kGhost));
+  EXPECT_EQ(settings->racesFriend, 1);
 }
 
 }  // namespace
