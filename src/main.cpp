@@ -6,13 +6,13 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/common/voice_probe.h"
 #include "program/desktop_program.h"
 #include "program/ghost_exchange.h"
 #include "program/headless_program.h"
-#include "program/installation.h"
-#include "program/standard_streams.h"
+#include "program/process.h"
 #include "state/track_names.h"
 
 namespace vorn {
@@ -76,6 +76,12 @@ void addDesktopOptions(CLI::App& app, CommandLine& line) {
               ->needs(demo));
 }
 
+std::vector<std::string> speechNames() {
+  std::vector<std::string> names;
+  for (const NamedSpeech& speech : speechChoices()) names.emplace_back(speech.name);
+  return names;
+}
+
 void checkTogether(const CommandLine& line) {
   checkOutputs(line.session);
   const auto& [track, file] = line.exportedGhost;
@@ -83,16 +89,16 @@ void checkTogether(const CommandLine& line) {
     throw CLI::ValidationError("--export-ghost", "there are tracks 1 to 10");
   }
   const std::vector<std::string> choices =
-      line.headless ? std::vector<std::string>{"virtual", "espeak"}
-                    : std::vector<std::string>{"auto", "espeak", "speech-dispatcher"};
+      line.headless ? std::vector<std::string>{"virtual", "espeak"} : speechNames();
   if (!line.speech.empty() && std::find(choices.begin(), choices.end(), line.speech) == choices.end()) {
     throw CLI::ValidationError("--speech", line.speech + " is none of " + CLI::detail::join(choices, ", "));
   }
 }
 
 SpeechChoice speechChoice(const std::string& name) {
-  if (name == "espeak") return SpeechChoice::kEspeak;
-  if (name == "speech-dispatcher") return SpeechChoice::kSpeechDispatcher;
+  for (const NamedSpeech& speech : speechChoices()) {
+    if (speech.name == name) return speech.choice;
+  }
   return SpeechChoice::kAuto;
 }
 
@@ -106,7 +112,7 @@ int playHeadlessWithVoice(const CommandLine& line) {
   return playHeadless(line.session, line.aids.value_or(AidSet{}));
 }
 
-int play(int argc, char** argv) {
+int play(std::vector<std::string> arguments) {
   CLI::App app("Vorn 1 TTS, a motor race for the ears");
   CommandLine line;
   std::string folder;
@@ -117,7 +123,7 @@ int play(int argc, char** argv) {
   app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION, "say which version this is, and end");
   addFolderOption(app, folder);
   app.add_option("--speech", line.speech,
-                 "voice: auto, espeak or speech-dispatcher; headless: virtual or espeak")
+                 "voice: " + CLI::detail::join(speechNames(), ", ") + "; headless: virtual or espeak")
       ->type_name("VOICE");
   addAidsOption(app, line.aids);
   addDesktopOptions(app, line);
@@ -126,7 +132,8 @@ int play(int argc, char** argv) {
     if (option->get_group() == kDesktopGroup) headless->excludes(option);
   }
   try {
-    app.parse(argc, argv);
+    std::reverse(arguments.begin(), arguments.end());  // so the library takes them
+    app.parse(std::move(arguments));
     checkTogether(line);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : kBadCommandLine;
@@ -157,7 +164,5 @@ int play(int argc, char** argv) {
 }  // namespace vorn
 
 int main(int argc, char** argv) {
-  vorn::openStandardStreams();
-  vorn::useInstalledVoiceData();
-  return vorn::play(argc, argv);
+  return vorn::play(vorn::prepareProcess(argc, argv));
 }

@@ -10,11 +10,11 @@
 #include "demo/demo_platform.h"
 #include "demo/virtual_demo.h"
 #include "platform/common/controller_info.h"
-#include "platform/common/voice_probe.h"
+#include "platform/common/espeak_synth.h"
 #include "platform/desktop/controllers.h"
 #include "platform/headless/session_files.h"
+#include "program/caption_stream.h"
 #include "program/game_folder.h"
-#include "program/standard_streams.h"
 #include "recording/recording_platform.h"
 #include "shell/start_up.h"
 #include "sound/playback.h"
@@ -71,7 +71,7 @@ int recordDemonstration(const fs::path& folder, int track) {
   const auto sink = openRenderSink(file.string());
   HeadlessOptions options;
   options.folder = folder;
-  options.speech = HeadlessSpeech::kEspeak;
+  if (EspeakSynth::isCarried()) options.speech = HeadlessSpeech::kEspeak;
   HeadlessConnections connections;
   connections.render = sink.get();
   return playVirtualDemo(track, options, connections, std::cout).exitStatus;
@@ -90,9 +90,8 @@ int listAudioDevices() {
 int playOnDesktop(const DesktopRequest& request) {
   const GameFolder folder = gameFolder(request.folder);
   fillWithSounds(folder.path);
-  ignoreBrokenPipes();
-  if (const std::string damage = damageOfVoiceData(); !damage.empty()) {
-    std::cerr << damage << std::endl;
+  if (const std::string problem = speechProblem(); !problem.empty()) {
+    std::cerr << problem << std::endl;
     return 1;
   }
   CaptionStream captions;

@@ -1,12 +1,6 @@
 #include "program/game_folder.h"
 
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <iostream>
 #include <string>
 
@@ -18,34 +12,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kSoundTool = "vorn1-sounds";
-
 bool holdsSounds(const fs::path& folder) {
   const auto files = soundCatalogue();
   return std::all_of(files.begin(), files.end(), [&](const CatalogueEntry& entry) {
     std::error_code error;
     return fs::is_regular_file(folder / soundFileName(entry.name), error);
   });
-}
-
-fs::path dataHome() {
-  const char* const home = std::getenv("HOME");
-  const char* const data = std::getenv("XDG_DATA_HOME");
-  if (data && *data) return data;
-  return fs::path(home ? home : ".") / ".local" / "share";
-}
-
-/// Runs `program` with one argument and waits for it. Returns whether all went well.
-bool run(const fs::path& program, const fs::path& argument) {
-  std::string name = program.string(), value = argument.string();
-  char* const words[] = {name.data(), value.data(), nullptr};
-  pid_t child = 0;
-  int status = 0;
-  if (::posix_spawn(&child, name.c_str(), nullptr, nullptr, words, environ) != 0) return false;
-  while (::waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return false;
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 // Copies the installed sound to `folder` where it is missing there, has another length or is older.
@@ -72,7 +44,7 @@ void copyInstalled(const std::string& name, const fs::path& folder) {
 
 GameFolder gameFolder(const fs::path& asked) {
   if (!asked.empty()) return {asked, true};
-  const fs::path own = dataHome() / "vorn1";
+  const fs::path own = playersData() / "vorn1";
   std::error_code error;
   const fs::path current = fs::current_path(error);
   if (!error && holdsSounds(current)) return {current, fs::equivalent(current, own, error)};
@@ -83,13 +55,7 @@ GameFolder gameFolder(const fs::path& asked) {
 void fillWithSounds(const fs::path& folder) {
   for (const CatalogueEntry& entry : soundCatalogue()) copyInstalled(soundFileName(entry.name), folder);
   if (holdsSounds(folder)) return;
-  std::error_code error;
-  const fs::path tool = programFile().parent_path() / kSoundTool;
-  if (!fs::exists(tool, error)) return;
-  std::cerr << "Making the sounds in " << folder.string() << '.' << std::endl;
-  if (!run(tool, folder)) {
-    std::cerr << "The sounds could not be made." << std::endl;
-  }
+  makeSounds(folder);
 }
 
 }  // namespace vorn

@@ -17,8 +17,7 @@ struct GameFolder {
 GameFolder gameFolder(const std::filesystem::path& asked);
 
 /// Puts the sounds that are missing or out of date into `folder`: the installed ones, or, where none
-/// are installed, made by the tool that lies beside this program. Waits for it; what cannot be had is
-/// left to the game's own check.
+/// are installed, what the game can make. Waits for it; what cannot be had is left to the game's own check.
 void fillWithSounds(const std::filesystem::path& folder);
 
 }  // namespace vorn

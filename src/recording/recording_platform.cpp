@@ -109,7 +109,7 @@ class TickComments : public TraceSink {
 
 std::ofstream newFile(const fs::path& path) {
   if (fs::exists(path)) throw PlatformError("record", path.string(), "there is such a file already");
-  std::ofstream file(path);
+  std::ofstream file(path, std::ios::binary);
   if (!file) throw PlatformError("record", path.string(), "it cannot be written");
   return file;
 }

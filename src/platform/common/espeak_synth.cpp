@@ -112,6 +112,10 @@ int wordsAMinute(int rate) {
       std::lround(std::clamp(kNormalSpeed * std::pow(3.0, rate / 10.0), kSlowest, kFastest)));
 }
 
+bool EspeakSynth::isCarried() {
+  return true;
+}
+
 EspeakSynth::EspeakSynth() {
   const Library& opened = library();
   sampleRate_ = opened.sampleRate;

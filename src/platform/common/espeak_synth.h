@@ -9,14 +9,9 @@
 #include <string>
 #include <vector>
 
-namespace vorn {
+#include "platform/common/speech_settings.h"
 
-/// How a text is to be said.
-struct SpeechSettings {
-  int voice = 0;     ///< index into `EspeakSynth::voices`
-  int volume = 100;  ///< 0 .. 100
-  int rate = 0;      ///< the speed goes by 3^(rate / 10); 0 is normal, see `wordsAMinute`
-};
+namespace vorn {
 
 /// The speed for `rate`: 175 words a minute for 0, held within what the
 /// synthesiser can do (80 .. 900).
@@ -26,6 +21,9 @@ class EspeakSynth {
  public:
   /// Takes the next samples, mono; false: no more are wanted.
   using Sink = std::function<bool(std::span<const std::int16_t> samples)>;
+
+  /// Whether this program carries it at all.
+  static bool isCarried();
 
   /// Never fails: where the library cannot start there are no voices.
   EspeakSynth();

@@ -1,16 +1,11 @@
 #include "platform/common/folder_files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <random>
 #include <utility>
 
+#include "platform/common/disk_file.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -18,16 +13,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kNoRegularFile = "what stands there is no ordinary file";
-
 /// What is longer has not been written by the game, and is read no further.
 constexpr std::size_t kMostBytes = std::size_t{64} << 10;      ///< of settings and records
 constexpr std::size_t kMostTextBytes = std::size_t{16} << 20;  ///< of the log and the summary
 constexpr std::size_t kMostSoundBytes = std::size_t{256} << 20;
-
-[[noreturn]] void failWithErrno(const char* call, const std::string& name) {
-  throw PlatformError(call, name, std::strerror(errno));
-}
 
 std::string lowerCased(std::string_view text) {
   std::string lowered(text);
@@ -39,11 +28,6 @@ std::string lowerCased(std::string_view text) {
 
 std::size_t mostBytesOf(const std::string& name) {
   return lowerCased(name).ends_with(".txt") ? kMostTextBytes : kMostBytes;
-}
-
-bool isPlainName(const std::string& name) {
-  return !name.empty() && name != "." && name != ".." &&
-         name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
 }
 
 bool isRegular(const fs::path& path) {
@@ -63,76 +47,6 @@ std::vector<std::string> regularFiles(const fs::path& folder, Matches matches) {
   }
   return names;
 }
-
-/// Makes a system call again where a signal has interrupted it.
-template <typename Call>
-auto retried(Call call) {
-  for (;;) {
-    const auto result = call();
-    if (result >= 0 || errno != EINTR) return result;
-  }
-}
-
-/// An open regular file; closing is never skipped. Whatever else stands in its
-/// place (a pipe, a device, a folder) is refused without waiting for it.
-class OpenFile {
- public:
-  OpenFile(const char* call, const std::string& name, const fs::path& path, int flags)
-      : call_(call),
-        name_(name),
-        descriptor_(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666); })) {
-    if (descriptor_ < 0) fail();
-    if (!S_ISREG(status().st_mode)) {
-      ::close(descriptor_);
-      throw PlatformError(call_, name_, kNoRegularFile);
-    }
-  }
-  ~OpenFile() { ::close(descriptor_); }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-
-  struct stat status() const {
-    struct stat result;
-    if (::fstat(descriptor_, &result) != 0) fail();
-    return result;
-  }
-  /// All its bytes, or as many as `atMost`.
-  std::string read(std::size_t atMost) const {
-    std::string bytes(std::min(static_cast<std::size_t>(status().st_size), atMost), '\0');
-    std::size_t done = 0;
-    while (done < atMost) {
-      if (done == bytes.size()) bytes.resize(done + 1);  // one more, to see the end
-      const ssize_t got =
-          retried([&] { return ::read(descriptor_, bytes.data() + done, bytes.size() - done); });
-      if (got < 0) fail();
-      if (got == 0) break;
-      done += static_cast<std::size_t>(got);
-    }
-    bytes.resize(done);
-    return bytes;
-  }
-  void writeAll(std::string_view bytes) const {
-    while (!bytes.empty()) {
-      const ssize_t put = retried([&] { return ::write(descriptor_, bytes.data(), bytes.size()); });
-      if (put < 0) fail();
-      bytes.remove_prefix(static_cast<std::size_t>(put));
-    }
-  }
-  void reachDisk() const {
-    if (retried([&] { return ::fsync(descriptor_); }) != 0) fail();
-  }
-  void setMode(mode_t mode) const { (void)::fchmod(descriptor_, mode); }  // a wish: some disks know no modes
-  void cutTo(off_t length) const {
-    (void)retried([&] { return ::ftruncate(descriptor_, length); });
-  }
-
- private:
-  [[noreturn]] void fail() const { failWithErrno(call_, name_); }
-
-  const char* call_;
-  const std::string& name_;
-  int descriptor_;
-};
 
 constexpr std::string_view kTemporaryMark = ".new-";
 constexpr std::size_t kTemporaryDigits = 16;
@@ -164,22 +78,14 @@ void removeLeftovers(const fs::path& folder) {
   }
 }
 
-/// A renamed or new entry survives a power cut only once its folder is on the disk.
-void folderReachesDisk(const fs::path& folder) {
-  const int descriptor = retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-  if (descriptor < 0) return;
-  (void)retried([&] { return ::fsync(descriptor); });
-  ::close(descriptor);
-}
-
 }  // namespace
 
 FolderFiles::FolderFiles(fs::path folder, Observer observer)
     : folder_(std::move(folder)), use_(folder_), observer_(std::move(observer)) {}
 
 std::optional<std::string> FolderFiles::find(const std::string& name) {
-  if (!isPlainName(name)) return std::nullopt;
-  if (isRegular(folder_ / name)) return name;
+  if (!isFileName(name)) return std::nullopt;
+  if (standsAs(folder_, name)) return name;
   const std::string wanted = lowerCased(name);
   const auto found = regularFiles(folder_, [&](const std::string& s) { return lowerCased(s) == wanted; });
   if (found.empty()) return std::nullopt;
@@ -210,7 +116,7 @@ fs::path FolderFiles::pathOf(const char* call, const std::string& name) {
 }
 
 std::string FolderFiles::nameToWrite(const char* call, const std::string& name) {
-  if (!isPlainName(name)) throw PlatformError(call, name, "not a file name");
+  if (!isFileName(name)) throw PlatformError(call, name, "not a file name");
   const auto found = find(name);
   std::error_code error;
   const fs::file_status place =
@@ -227,7 +133,7 @@ void FolderFiles::tell(std::string_view operation, const std::string& name) cons
 
 std::string FolderFiles::read(const std::string& name) {
   const fs::path path = pathOf("read", name);
-  std::string bytes = OpenFile("read", name, path, O_RDONLY).read(mostBytesOf(name));
+  std::string bytes = readFile("read", name, path, mostBytesOf(name));
   tell("read", path.filename().string());
   return bytes;
 }
@@ -235,37 +141,13 @@ std::string FolderFiles::read(const std::string& name) {
 void FolderFiles::write(const std::string& name, const std::string& bytes) {
   const std::string stored = nameToWrite("write", name);
   removeLeftovers(folder_);
-  const fs::path target = folder_ / stored;
-  const fs::path temporary = folder_ / temporaryName(stored);
-  try {
-    const OpenFile file("write", name, temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-    struct stat old;
-    if (::stat(target.c_str(), &old) == 0) file.setMode(old.st_mode & 07777);
-    file.writeAll(bytes);
-    file.reachDisk();
-    if (retried([&] { return ::rename(temporary.c_str(), target.c_str()); }) != 0) {
-      failWithErrno("write", name);
-    }
-  } catch (...) {
-    std::error_code ignored;
-    fs::remove(temporary, ignored);
-    throw;
-  }
-  folderReachesDisk(folder_);
+  replaceFile("write", name, folder_ / stored, folder_ / temporaryName(stored), bytes);
   tell("write", stored);
 }
 
 void FolderFiles::append(const std::string& name, const std::string& bytes) {
   const std::string stored = nameToWrite("append", name);
-  const OpenFile file("append", name, folder_ / stored, O_WRONLY | O_CREAT | O_APPEND);
-  const off_t before = file.status().st_size;
-  try {
-    file.writeAll(bytes);
-    file.reachDisk();
-  } catch (...) {
-    file.cutTo(before);  // all of it or nothing
-    throw;
-  }
+  appendToFile("append", name, folder_ / stored, bytes);
   tell("append", stored);
 }
 
@@ -285,7 +167,7 @@ std::uintmax_t FolderFiles::size(const std::string& name) {
 }
 
 std::string FolderFiles::readSound(const std::string& name) {
-  return OpenFile("readSound", name, pathOf("readSound", name), O_RDONLY).read(kMostSoundBytes);
+  return readFile("readSound", name, pathOf("readSound", name), kMostSoundBytes);
 }
 
 }  // namespace vorn

@@ -1,7 +1,6 @@
 /// Which programs use a folder: each marks it for as long as it runs, and locks
 /// it for the moment in which a file is compared and replaced. Nothing is written
-/// for it: the marks are locks on the folder itself and go with the program,
-/// however it ends.
+/// for it: the marks belong to the system and go with the program, however it ends.
 #pragma once
 
 #include <filesystem>
@@ -24,7 +23,8 @@ class FolderUse {
   std::unique_ptr<FolderLock> lock();
 
  private:
-  int folder_;  ///< its descriptor; negative where it cannot be opened
+  struct Folder;                    ///< as the system knows it
+  std::unique_ptr<Folder> folder_;  ///< null where it cannot be opened
 };
 
 }  // namespace vorn

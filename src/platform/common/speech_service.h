@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/common/espeak_synth.h"
+#include "platform/common/speech_settings.h"
 
 namespace vorn {
 

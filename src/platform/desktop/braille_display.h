@@ -7,20 +7,18 @@
 #include <memory>
 #include <string>
 
+#include "platform/desktop/text_display.h"
+
 namespace vorn {
 
-class BrailleDisplay {
+class BrailleDisplay : public TextDisplay {
  public:
   /// `window`: as the X server numbers the game's window; -1 elsewhere.
   explicit BrailleDisplay(int window);
-  ~BrailleDisplay();  ///< leaves the display to others; waits for a daemon, but not long
-  BrailleDisplay(const BrailleDisplay&) = delete;
-  BrailleDisplay& operator=(const BrailleDisplay&) = delete;
+  ~BrailleDisplay() override;  ///< leaves the display to others; waits for a daemon, but not long
 
-  /// Shows `text`, UTF-8 without control characters.
-  void show(const std::string& text);
-  /// Whether the display is the game's.
-  void setInFront(bool isInFront);
+  void show(const std::string& text) override;
+  void setInFront(bool isInFront) override;
 
  private:
   struct Line;

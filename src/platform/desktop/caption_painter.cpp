@@ -1,7 +1,5 @@
 #include "platform/desktop/caption_painter.h"
 
-#include <fontconfig/fontconfig.h>
-
 #include <algorithm>
 
 namespace vorn {
@@ -12,40 +10,7 @@ constexpr int kLinesInWindow = 12;
 constexpr int kMargin = 8;  ///< pixels
 constexpr SDL_Color kLatest{255, 255, 255, 255}, kEarlier{150, 150, 150, 255};
 
-/// The desktop's usual font; empty where it has none.
-std::string usualFont() {
-  FcConfig* config = FcInitLoadConfigAndFonts();
-  FcPattern* wanted = FcNameParse(reinterpret_cast<const FcChar8*>("sans:bold"));
-  FcConfigSubstitute(config, wanted, FcMatchPattern);
-  FcDefaultSubstitute(wanted);
-  FcResult result;
-  FcPattern* found = FcFontMatch(config, wanted, &result);
-  FcChar8* file = nullptr;
-  const bool hasFile = found != nullptr && FcPatternGetString(found, FC_FILE, 0, &file) == FcResultMatch;
-  std::string path = hasFile ? reinterpret_cast<const char*>(file) : "";
-  if (found != nullptr) {
-    FcPatternDestroy(found);
-  }
-  FcPatternDestroy(wanted);
-  FcConfigDestroy(config);
-  return path;
-}
-
 }  // namespace
-
-CaptionPainter::CaptionPainter() : font_(nullptr, TTF_CloseFont) {
-  constexpr int kAnySize = 20;
-  if (TTF_Init() == 0) {
-    font_.reset(TTF_OpenFont(usualFont().c_str(), kAnySize));
-  }
-}
-
-CaptionPainter::~CaptionPainter() {
-  font_.reset();
-  if (TTF_WasInit() != 0) {
-    TTF_Quit();
-  }
-}
 
 void CaptionPainter::add(const std::string& text) {
   texts_.push_front(text.substr(std::min(text.find_first_not_of(' '), text.size())));
@@ -56,10 +21,6 @@ void CaptionPainter::add(const std::string& text) {
 
 void CaptionPainter::paint(SDL_Surface& surface) {
   SDL_FillRect(&surface, nullptr, 0);
-  if (!font_) {
-    return;
-  }
-  TTF_SetFontSize(font_.get(), surface.h / kLinesInWindow);
   int top = kMargin;
   for (const std::string& text : texts_) {
     if (top < surface.h) {
@@ -70,9 +31,8 @@ void CaptionPainter::paint(SDL_Surface& surface) {
 
 /// Returns where the next text goes.
 int CaptionPainter::paintText(SDL_Surface& surface, const std::string& text, SDL_Color colour, int top) {
-  const auto width = static_cast<std::uint32_t>(std::max(surface.w - 2 * kMargin, 1));
-  const std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> letters(
-      TTF_RenderUTF8_Blended_Wrapped(font_.get(), text.c_str(), colour, width), SDL_FreeSurface);
+  const int width = std::max(surface.w - 2 * kMargin, 1);
+  const Lettering::Picture letters = lettering_.write(text, colour, surface.h / kLinesInWindow, width);
   if (!letters) {
     return top;
   }

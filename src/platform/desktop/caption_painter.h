@@ -4,21 +4,16 @@
 #pragma once
 
 #include <SDL_surface.h>
-#include <SDL_ttf.h>
 
 #include <deque>
-#include <memory>
 #include <string>
+
+#include "platform/desktop/lettering.h"
 
 namespace vorn {
 
 class CaptionPainter {
  public:
-  CaptionPainter();
-  ~CaptionPainter();
-  CaptionPainter(const CaptionPainter&) = delete;
-  CaptionPainter& operator=(const CaptionPainter&) = delete;
-
   /// From now on `text` (UTF-8) is the latest.
   void add(const std::string& text);
   /// Replaces all of `surface`; the letters grow with it.
@@ -27,7 +22,7 @@ class CaptionPainter {
  private:
   int paintText(SDL_Surface& surface, const std::string& text, SDL_Color colour, int top);
 
-  std::unique_ptr<TTF_Font, void (*)(TTF_Font*)> font_;
+  Lettering lettering_;
   std::deque<std::string> texts_;  ///< the latest first
 };
 

@@ -15,11 +15,8 @@
 #include "platform/common/service_voice.h"
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
-#include "platform/desktop/braille_display.h"
 #include "platform/desktop/controllers.h"
-#include "platform/desktop/dispatcher_service.h"
-#include "platform/desktop/espeak_service.h"
-#include "platform/desktop/fallback_service.h"
+#include "platform/desktop/desktop_services.h"
 #include "platform/desktop/keyboard.h"
 #include "platform/desktop/launcher.h"
 #include "platform/desktop/tick_clock.h"
@@ -71,16 +68,6 @@ std::tm localTime(std::chrono::system_clock::time_point moment) {
   return local;
 }
 
-/// Where the desktop has programs keep what they could ask for again.
-std::filesystem::path cacheFolder() {
-  const char* const caches = std::getenv("XDG_CACHE_HOME");
-  const char* const home = std::getenv("HOME");
-  return (caches != nullptr && *caches != '\0'
-              ? std::filesystem::path(caches)
-              : std::filesystem::path(home != nullptr ? home : ".") / ".cache") /
-         "vorn1";
-}
-
 /// The mixer's, through which a crash is felt as well.
 class FeltSoundDevice : public MixerSoundDevice {
  public:
@@ -105,9 +92,11 @@ class DesktopPlatform : public Platform {
         random_(clockSeed()),
         keptFrames_(keptBuffer(files_)),
         audio_(mixer_, wishesOf(options, keptFrames_)),
-        braille_(window_.number()),
-        speech_(makeSpeech()) {
-    braille_.setInFront(true);
+        display_(makeTextDisplay(window_.handle())),
+        speech_(makeSpeechService(options.speech, mixer_, [this](const std::string& text) { read(text); })) {
+    if (display_) {
+      display_->setInFront(true);
+    }
     mixer_.setDucking(options.duckDecibels);
     mixer_.setVolume(options.quieterDecibels);
     mixer_.setEarsSwapped(options.swapsEars);
@@ -148,7 +137,6 @@ class DesktopPlatform : public Platform {
 
  private:
   void doYield(int atMostMs) override;
-  std::unique_ptr<SpeechService> makeSpeech();
   bool pause();
   void lookAfterFocus();
   void lookAfterSound();
@@ -167,10 +155,9 @@ class DesktopPlatform : public Platform {
   int keptFrames_;  ///< of the sound device's buffer
   AudioOutput audio_;
   Window window_;
-  BrailleDisplay braille_;
+  std::unique_ptr<TextDisplay> display_;  ///< null: none
   Controllers controllers_;
   RumbleSense rumbleSense_;
-  EspeakSynth synth_;
   SpeechSettings voiceSettings_;
   bool hasHadVoice_ = false;
   std::unique_ptr<SpeechService> speech_;
@@ -232,18 +219,6 @@ void DesktopPlatform::doYield(int atMostMs) {
   }
 }
 
-std::unique_ptr<SpeechService> DesktopPlatform::makeSpeech() {
-  auto embedded = std::make_unique<EspeakService>(synth_, mixer_.voice());
-  if (options_.speech == SpeechChoice::kEspeak) {
-    return embedded;
-  }
-  const bool isDemanded = options_.speech == SpeechChoice::kSpeechDispatcher;
-  return std::make_unique<FallbackService>(
-      std::make_unique<DispatcherService>(
-          DispatcherOptions{.startsDaemon = isDemanded, .voicesFile = cacheFolder() / "voices"}),
-      std::move(embedded), !isDemanded, [this](const std::string& text) { read(text); });
-}
-
 /// After the first one a voice is made where the player looks for another.
 std::unique_ptr<Voice> DesktopPlatform::createVoice() {
   const bool introducesItself = std::exchange(hasHadVoice_, true);
@@ -271,7 +246,9 @@ void DesktopPlatform::lookAfterFocus() {
   }
   isInBackground_ = isInBackground;
   mixer_.setMuted(isInBackground);
-  braille_.setInFront(!isInBackground);
+  if (display_) {
+    display_->setInFront(!isInBackground);
+  }
   if (isRacing()) {
     announce(isInBackground ? kInBackground : kInFrontAgain);
   }
@@ -347,7 +324,9 @@ void DesktopPlatform::read(const std::string& text) {
     *options_.captions << text << std::endl;
   }
   window_.showSpoken(text);
-  braille_.show(text);
+  if (display_) {
+    display_->show(text);
+  }
 }
 
 std::string explained(DesktopUnavailable::Missing thing, const std::string& reason) {

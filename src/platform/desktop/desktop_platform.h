@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iosfwd>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -13,11 +14,22 @@
 
 namespace vorn {
 
-enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher };
+enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher, kSapi };
+
+/// Whom a player of this system can ask to speak, and by which name.
+struct NamedSpeech {
+  const char* name;
+  SpeechChoice choice;
+};
+std::span<const NamedSpeech> speechChoices();  ///< the usual one first
+
+/// What keeps everybody from speaking, for the player; empty where nothing does. May take a
+/// moment, and wants to be asked before the program has threads.
+std::string speechProblem();
 
 struct DesktopOptions {
   std::filesystem::path folder = ".";         ///< working folder
-  SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own where its daemon runs
+  SpeechChoice speech = SpeechChoice::kAuto;  ///< auto: the desktop's own voice where it is there
   std::ostream* captions = nullptr;           ///< gets every spoken text as a line of UTF-8; not owned
   int bufferFrames = 0;                       ///< of the sound device; 0: as many as it turns out to need
   std::string audioDevice;                    ///< as `audioDevices` names it; empty: the desktop's choice

@@ -1,7 +1,6 @@
 #include "platform/desktop/window.h"
 
 #include <SDL.h>
-#include <SDL_syswm.h>
 
 #include <algorithm>
 #include <cstring>
@@ -111,13 +110,6 @@ bool Window::isInBackground() {
   const bool hasFocus = (SDL_GetWindowFlags(window_) & SDL_WINDOW_INPUT_FOCUS) != 0;
   hasHadFocus_ |= hasFocus;
   return hasHadFocus_ && !hasFocus;
-}
-
-int Window::number() const {
-  SDL_SysWMinfo info;
-  SDL_VERSION(&info.version);
-  const bool isX = SDL_GetWindowWMInfo(window_, &info) == SDL_TRUE && info.subsystem == SDL_SYSWM_X11;
-  return isX ? static_cast<int>(info.info.x11.window) : -1;
 }
 
 void Window::pump() {

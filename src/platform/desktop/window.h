@@ -33,8 +33,7 @@ class Window {
   /// Whether the player has turned to another window. Before the window has had
   /// the focus for the first time he has not: desktops take their time to give it.
   bool isInBackground();
-  /// As the X server numbers it; -1 on any other desktop.
-  int number() const;
+  SDL_Window* handle() const { return window_; }
   /// Takes in what has happened without delivering it: the keyboard's state is fresh afterwards.
   void pump();
   /// Delivers what has happened to `receiver` (null: nobody). Throws `WindowClosed`

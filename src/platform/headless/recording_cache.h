@@ -7,8 +7,8 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <tuple>
 
+#include "platform/common/disk_file.h"
 #include "platform/common/folder_files.h"
 #include "platform/mixing/wav_file.h"
 
@@ -20,10 +20,7 @@ class RecordingCache {
   std::shared_ptr<const Recording> load(FolderFiles& files, const std::string& fileName);
 
  private:
-  /// Which content of which file: device, inode, seconds and nanoseconds of the last change, length.
-  using Content = std::tuple<dev_t, ino_t, time_t, long, off_t>;
-
-  std::map<Content, std::shared_ptr<const Recording>> recordings_;
+  std::map<FileContent, std::shared_ptr<const Recording>> recordings_;
 };
 
 }  // namespace vorn

@@ -16,7 +16,8 @@ Stream& open(File& file, Stream& standard, const char* what, const std::string& 
   if (name == kStandard) return standard;
   std::error_code ignored;
   if (std::filesystem::is_directory(name, ignored)) throw PlatformError(what, name, "is a folder");
-  file.open(name, std::ios::binary | (std::is_same_v<File, std::ifstream> ? std::ios::in : std::ios::out));
+  file.open(std::filesystem::path(name),
+            std::ios::binary | (std::is_same_v<File, std::ifstream> ? std::ios::in : std::ios::out));
   if (!file) throw PlatformError(what, name, std::strerror(errno));
   return file;
 }
