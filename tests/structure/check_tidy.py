@@ -51,11 +51,12 @@ def main():
         for entry in json.loads((build / "compile_commands.json").read_text())
     }
 
-    sources = sorted(src.rglob("*.cpp"))
+    # What this build leaves out is another system's.
+    sources = sorted(source for source in src.rglob("*.cpp") if source in commands)
     if not sources:
         sys.exit(f"no source file in {src}")
     keys = {
-        source: key_of(source, src, version + checks + commands.get(source, "").encode())
+        source: key_of(source, src, version + checks + commands[source].encode())
         for source in sources
     }
     notes = {source: cache / source.relative_to(src) for source in sources}
