@@ -49,8 +49,7 @@ FolderUse::~FolderUse() = default;
 bool FolderUse::claim() {
   if (!folder_) return false;
   struct flock others = wholeFolder(F_WRLCK);
-  const bool isInUse =
-      fcntl(folder_->descriptor, F_OFD_GETLK, &others) == 0 && others.l_type != F_UNLCK;
+  const bool isInUse = fcntl(folder_->descriptor, F_OFD_GETLK, &others) == 0 && others.l_type != F_UNLCK;
   struct flock mark = wholeFolder(F_RDLCK);
   fcntl(folder_->descriptor, F_OFD_SETLK, &mark);
   return isInUse;
