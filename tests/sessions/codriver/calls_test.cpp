@@ -9,6 +9,7 @@
 #include "codriver/slider.h"
 #include "codriver/turn_calls.h"
 #include "race/steering.h"
+#include "sessions/tracks/keyboard_driver.h"
 #include "sessions/tracks/one_race.h"
 #include "sessions/tracks/wheel_script.h"
 #include "tracks/catalogue.h"
@@ -121,6 +122,72 @@ TEST(Call, ComesNoEarlierThanATickBeforeItsTimeAtTopSpeed) {
       std::find_if(moments.begin(), moments.end(), [](const Moment& moment) { return moment.segment == 2; });
   const auto until = (inside - 1)->ms - call.ms;
   EXPECT_LE(until, AidSettings().callAhead * 100 + 3 * 99);
+}
+
+TEST(SteerCall, ComesForKeysBeforeTheJointAndForAWheelNever) {
+  PlanningDriver driver(kErie);
+  const OneRace race(
+      6, Device::kKeys, [&](const TickReport& tick) { return driver.after(tick); }, nullptr,
+      CodriverOptions{.aids = only(AidKind::kTurnCalls)});
+  ASSERT_TRUE(race.isFinished());
+  const auto moments = momentsOf(race.trace());
+  const auto turns = turnsOf(kErie);
+  const auto asked = askedOf(race.trace(), "codriver steer");
+  ASSERT_EQ(asked.size(), turns.size());
+  for (std::size_t i = 0; i < turns.size(); ++i) {
+    const auto inside = std::find_if(moments.begin(), moments.end(), [&](const Moment& moment) {
+      return moment.segment == static_cast<int>(turns[i].first) + 1;
+    });
+    const std::int64_t before = inside->ms - asked[i].ms;
+    EXPECT_GE(before, 0) << i;
+    EXPECT_LE(before, kTickMs * (kLongestKeyLead + 4)) << i;  // the car slows down on its way
+    EXPECT_EQ(asked[i].pan < 0, turns[i].turn == Turn::kLeft) << i;
+  }
+  EXPECT_TRUE(askedOf(lapOf(6, only(AidKind::kTurnCalls)).trace(), "codriver steer").empty());
+}
+
+TEST(PaceNotes, AreWordsInPlaceOfTones) {
+  AidSettings settings;
+  settings.turn(AidKind::kTurnCalls, true);
+  settings.callStyle = kCallNotes;
+  WheelScript driver(kMaple);
+  Session session;
+  session.options.controller = true;
+  session.codriver = CodriverOptions{};
+  session.folder.write(kAidFile, aidFileText(settings));
+  Driver sees;
+  sees.until = " Your time for ";
+  sees.onTick = [&](const TickReport& tick) { return driver.after(tick); };
+  const TraceRecord& trace = session.script(offTheGrid(1, Device::kWheel)).drive(sees).script("end").run();
+  EXPECT_TRUE(trace.said("left, "));
+  EXPECT_TRUE(askedOf(trace, "codriver turn").empty());
+}
+
+TEST(Warnings, AreHeardAtPitRoadAndAtTheWall) {
+  Session session;
+  session.codriver = CodriverOptions{.aids = only(AidKind::kWarnings)};
+  const TraceRecord& trace =
+      session.script(offTheGrid(1, Device::kKeys) + "wait tick 10\nset wallTicks 6\nwait tick 60\nend").run();
+  EXPECT_TRUE(trace.said(" 6 of 10 wall contacts. "));
+  const auto asked = askedOf(trace, "codriver pit");
+  ASSERT_EQ(asked.size(), 4U);  // open, and closed
+  EXPECT_LT(asked[0].pitch, asked[1].pitch);
+  EXPECT_GT(asked[2].pitch, asked[3].pitch);
+}
+
+TEST(Lights, TickWhereTheGearIsUsedUpAndWhereTheSpeedIsTooHigh) {
+  Session session;
+  session.codriver = CodriverOptions{.aids = only(AidKind::kLights)};
+  const TraceRecord& trace = session.script(offTheGrid(9, Device::kKeys) + "wait tick 75\nend").run();
+  const auto shifts = askedOf(trace, "codriver shift"), brakes = askedOf(trace, "codriver brake");
+  ASSERT_EQ(shifts.size(), 1U);  // first gear, held at its end
+  ASSERT_FALSE(brakes.empty());  // the hairpin
+  const auto moments = momentsOf(trace);
+  const auto at = std::find_if(moments.begin(), moments.end(),
+                               [&](const Moment& moment) { return moment.ms == shifts[0].ms; });
+  ASSERT_NE(at, moments.end());
+  EXPECT_GE(at->speed, 75);
+  EXPECT_LT((at - 1)->speed, 75);
 }
 
 // --- What is heard

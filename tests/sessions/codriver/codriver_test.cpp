@@ -191,5 +191,95 @@ TEST(InARace, AidsAreSwitchedAndKept) {
   EXPECT_EQ(session.folder.read("vorn1aid.cfg"), aidFileText(kept));
 }
 
+// --- Function keys, wherever the game may be
+
+constexpr int kFunctionKeys = 9;  // that the co-driver has a use for
+
+std::string tapAllFunctionKeys() {
+  std::string script;
+  for (int key = 1; key <= kFunctionKeys; ++key) script += "tap F" + std::to_string(key) + "\n";
+  return script;
+}
+/// The same time without them.
+std::string leaveThemAlone() {
+  return "wait " + std::to_string(kFunctionKeys * 80) + "\n";
+}
+
+const std::string kWholeState =
+    "get lastKeyCode\nget lastKeyChar\nget escapePressed\nget typedText\nget trackChoice\nget inputDevice\n"
+    "get joySteering\nget joyGasBrake\nget gear\n";
+
+TEST(FunctionKeys, InARaceChangeNothingOfIt) {
+  const auto race = [](const std::string& keys) {
+    Session session;
+    session.codriver = CodriverOptions{};
+    session
+        .script(offTheGrid(1, Device::kKeys) + "wait tick 20\n" + keys + "wait tick 30\n" + kWholeState +
+                "end")
+        .run();
+    EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+    return session.trace();
+  };
+  const TraceRecord with = race(tapAllFunctionKeys()), without = race(leaveThemAlone());
+  EXPECT_EQ(with.ticks(), without.ticks());
+  EXPECT_EQ(with.of("value").size(), without.of("value").size());
+  for (std::size_t i = 0; i < with.of("value").size(); ++i) {
+    EXPECT_EQ(with.of("value")[i].at("value"), without.of("value")[i].at("value")) << i;
+  }
+  EXPECT_TRUE(with.said(" turn calls on "));
+  EXPECT_FALSE(without.said(" turn calls on "));
+}
+
+TEST(FunctionKeys, InAMenuChangeNothingOfIt) {
+  const auto menu = [](const std::string& keys) {
+    Session session;
+    session.codriver = CodriverOptions{};
+    session.script(atMainMenu() + menuDown() + keys + kWholeState + menuDown() + "end").run();
+    EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+    return session.trace();
+  };
+  const std::string f1 = "tap F1\nwait say  You are in a menu. \nwait 100\n";
+  const std::string f2 = "tap F2\nwait say  Co-driver.\nwait 600\ntap Escape\nwait 600\n";
+  const TraceRecord with = menu(f1 + f2), without = menu("wait 100\n");
+  for (std::size_t i = 0; i < without.of("value").size(); ++i) {
+    EXPECT_EQ(with.of("value")[i].at("value"), without.of("value")[i].at("value")) << i;
+  }
+  EXPECT_EQ(with.spoken().back(), without.spoken().back());
+}
+
+TEST(FunctionKeys, BelongToTheGameWhereAnyKeyMeansSomethingToIt) {
+  const auto session = [](const std::optional<CodriverOptions>& codriver) {
+    Session played;
+    played.codriver = codriver;
+    played
+        .script("wait 300\ntap F2\n")  // the title is cut short
+        .script(atMainMenu() + toTrack(1))
+        .script("wait say  Enter the number of laps that you wish to run. \nwait 50\n" + tapAllFunctionKeys())
+        .script(kWholeState +
+                "tap F1\nwait say  Enter the number of laps\nwait 50\ntype 1\ntap Enter\n"
+                "wait say  correct for the number of laps to run?\nwait 50\n"
+                "tap F5\nwait say  correct for the number of laps to run?\nwait 50\ntap Enter\n")
+        .script(startOnKeyboard() +
+                "wait tick 5\nset forceCrash 1\nset lateralPosition 0\nwait 6000\ntap F3\n" + "wait 2000\n" +
+                kWholeState + "end")
+        .run();
+    return played.trace().text();
+  };
+  EXPECT_EQ(session(CodriverOptions{}), session(std::nullopt));
+}
+
+TEST(FunctionKeys, ThatThePlayerHasGivenToTheGameAreTheGames) {
+  Session session;
+  session.codriver = CodriverOptions{};
+  std::string keys =
+      "54\r\n157\r\n207\r\n209\r\n199\r\n211\r\n203\r\n205\r\n200\r\n208\r\n29\r\n42\r\n28\r\n";
+  session.folder.write("vorn1key.cfg", keys + "62\r\n201\r\n");  // F4 is the horn
+  const TraceRecord& trace =
+      session.script(offTheGrid(1, Device::kKeys) + "wait tick 5\npress F4\nwait tick 3\nrelease F4\nend")
+          .run();
+  EXPECT_FALSE(trace.said("slider"));
+  EXPECT_THAT(trace.soundsOf("hornBuffer"), Contains("Play 0"));
+}
+
 }  // namespace
 }  // namespace vorn
