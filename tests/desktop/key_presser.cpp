@@ -16,7 +16,7 @@ const std::map<std::string, unsigned> kKeyCodes = {
     {"1", 10},          {"Backspace", 22}, {"Enter", 36},     {"LeftCtrl", 37}, {"A", 38},
     {"N", 57},          {"Escape", 9},     {"LeftShift", 50}, {"Space", 65},    {"RightShift", 62},
     {"RightCtrl", 105}, {"Up", 111},       {"Left", 113},     {"Right", 114},   {"End", 115},
-    {"Down", 116},      {"Y", 29},         {"F1", 67},        {"Home", 110}};
+    {"Down", 116},      {"Y", 29},         {"F1", 67},        {"F2", 68},       {"Home", 110}};
 
 }  // namespace
 

@@ -1,0 +1,95 @@
+// The co-driver at the desktop: a lesson that is missed and one that is reached, and a preview, with real
+// keys, and heard from the sound device. Runs within with_desktop.sh --record.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "desktop/player.h"
+#include "desktop/recording.h"
+#include "support/temporary_folder.h"
+
+namespace vorn {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr const char* kVerdicts =
+    "too late the engine has been at its end for two seconds | too early the engine was at its end | "
+    "well shifted all three times | that is the middle both sides are equally loud | a clean stop";
+
+class Teaching : public testing::Test {
+ protected:
+  Teaching() { copySounds(folder); }
+
+  /// Waits for `text`, and gives back what a recogniser hears of its first `seconds`.
+  std::string heard(const std::string& text, double seconds, const std::string& sentences) {
+    player.waitFor(text);
+    const double from = recording.now() - Recording::kBeforeCaption;
+    player.rest(static_cast<int>(1000 * seconds) + 300);
+    return recording.recognise(from, seconds, sentences, folder);
+  }
+  void choose(const std::string& key, const std::string& text) {
+    player.answer(key);
+    player.waitFor(text);
+  }
+
+  const TemporaryFolder folder;
+  const Recording recording;
+  Player player{folder.path()};
+};
+
+TEST_F(Teaching, ALessonAndAPreviewAreTakenFromTheMainMenuAndBack) {
+  player.waitFor(" F 2 in any menu opens the co-driver");
+  player.waitFor(" Select. Exit Game. ");
+  choose("F2", " Co-driver. ");
+
+  // A lesson: the speeds that are said tell when to change up.
+  choose("Down", " Lessons. ");
+  choose("Enter", " Lessons. ");
+  choose("Down", " Stay off the marbles. ");
+  choose("Down", " Change up at the right revolutions. ");
+  choose("Enter", " Give full gas on a long straight");
+  player.rest(800);
+  player.keys.press("LeftCtrl");
+  player.answer("End");
+  EXPECT_THAT(heard(" Too late", 3.4, kVerdicts), StartsWith("too late"));
+  player.waitFor(" Start your engine to try again");
+  player.answer("End");
+  for (const char* speed : {"75", "125", "175"}) {
+    player.waitFor(speed);
+    player.keys.tap("Up", 150);
+  }
+  EXPECT_THAT(heard(" Well shifted", 2.2, kVerdicts), StartsWith("well shifted"));
+  player.keys.release("LeftCtrl");
+
+  // A preview, stopped by a key.
+  player.answer("Escape");
+  choose("Down", " Preview a track. ");
+  choose("Enter", " Maple Leaf");
+  choose("Enter", " gently, ");
+  player.answer("Enter");
+  EXPECT_THAT(heard(" long straight, ", 2.2,
+                    "long straight fifty seconds | short right very tight first gear | "
+                    "left easy first gear | the lap was stopped"),
+              StartsWith("long straight"));
+  player.rest(3000);
+  const double driving = recording.now();
+  player.rest(1500);
+  EXPECT_GT(recording.level(driving, 1), 0.01) << "the car is heard";
+  player.keys.tap("A", 120);
+  player.waitFor(" The lap was stopped. ");
+
+  player.answer("Escape");
+  player.answer("Escape");
+  player.answer("Escape");
+  player.waitFor(" Select. Exit Game. ");
+  player.answer("Enter");
+  player.waitFor(" Thank you for playing ");
+  EXPECT_EQ(player.waitForEnd(), 0);
+}
+
+}  // namespace
+}  // namespace vorn
