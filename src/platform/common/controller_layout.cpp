@@ -10,7 +10,7 @@ namespace {
 /// A wheel whose pedals are known by the numbers of their axes; it is steered by the first one.
 /// All of these rest at the upper end.
 struct WheelRow {
-  int vendor, product;
+  int vendor = 0, product = 0;
   int gas, brake, clutch;  ///< -1: there is none
 };
 
@@ -42,6 +42,8 @@ constexpr WheelRow kWheels[] = {
     {kThrustmaster, 0xb66e, 2, 1, 3},  // T300 RS
     {kThrustmaster, 0xb66f, 2, 1, 3},  // T300 RS with the formula rim
     {kThrustmaster, 0xb66d, 1, 2, 3},  // T300 RS in its other mode
+    {kThrustmaster, 0xb65e, 2, 1, 3},  // T500 RS
+    {kThrustmaster, 0xb689, 2, 1, 3},  // TS-PC
 };
 
 /// Pedals with a plug of their own whose name does not tell.
@@ -135,9 +137,14 @@ ControllerLayout padLayout() {
   return layout;
 }
 
+/// Where there is a clutch most makers put it first; one puts the brake there.
 ControllerLayout wheelByShape(const ControllerFacts& facts) {
   constexpr int kWithClutch = 4;
-  const WheelRow row = facts.axes >= kWithClutch ? WheelRow{0, 0, 2, 3, 1} : WheelRow{0, 0, 1, 2, kNone};
+  WheelRow row{.gas = 1, .brake = 2, .clutch = kNone};
+  if (facts.axes >= kWithClutch) {
+    row = facts.vendor == kThrustmaster ? WheelRow{.gas = 2, .brake = 1, .clutch = 3}
+                                        : WheelRow{.gas = 2, .brake = 3, .clutch = 1};
+  }
   return withPedals(facts, LayoutKind::kWheel, kSteeringAxis, row);
 }
 
@@ -167,7 +174,8 @@ ControllerLayout layoutOf(const ControllerFacts& facts) {
     return layout;
   }
   if (arePedals(facts)) {
-    ControllerLayout layout = withPedals(facts, LayoutKind::kPedals, kNone, WheelRow{0, 0, 0, 1, 2});
+    ControllerLayout layout =
+        withPedals(facts, LayoutKind::kPedals, kNone, WheelRow{.gas = 0, .brake = 1, .clutch = 2});
     layout.pedalRest = -1;
     layout.buttons.clear();
     return layout;

@@ -51,6 +51,8 @@ const Model kModels[] = {
     {"T300 RS", 0x044f, 0xb66e, kBrakeFirst},
     {"T300 RS, formula rim", 0x044f, 0xb66f, kBrakeFirst},
     {"T300 RS, other mode", 0x044f, 0xb66d, kClutchLast},
+    {"T500 RS", 0x044f, 0xb65e, kBrakeFirst},
+    {"TS-PC", 0x044f, 0xb689, kBrakeFirst},
 };
 
 TEST(ControllerLayout, KnowsTheWheelsOfTheTable) {
@@ -89,6 +91,8 @@ TEST(ControllerLayout, AKnownWheelWithOneAxisForBothPedalsIsReadAsAStick) {
 TEST(ControllerLayout, OtherWheelsGoByTheirShape) {
   EXPECT_EQ(layoutOf(ofKind(ControllerKind::kWheel, 4)).axes, kClutchFirst);
   EXPECT_EQ(layoutOf(ofKind(ControllerKind::kWheel, 3)).axes, kTwoPedals);
+  EXPECT_EQ(layoutOf({.vendor = 0x044f, .product = 0x0001, .kind = ControllerKind::kWheel, .axes = 4}).axes,
+            kBrakeFirst);
   EXPECT_EQ(layoutOf(ofKind(ControllerKind::kUnknown, 3, "Maker's Racing Wheel")).axes, kTwoPedals);
   EXPECT_FALSE(layoutOf(ofKind(ControllerKind::kWheel, 4)).isFromTable);
   EXPECT_EQ(layoutOf(ofKind(ControllerKind::kWheel, 2)).axes,

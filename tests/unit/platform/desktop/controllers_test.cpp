@@ -218,6 +218,9 @@ TEST_F(ControllersTest, EachMakersWheelHasGasAndBrakeWhereTheyAre) {
       {"T300 RS", 0x044f, 0xb66e, 4, 2, 1},
       {"T300 RS, formula rim", 0x044f, 0xb66f, 4, 2, 1},
       {"T300 RS, other mode", 0x044f, 0xb66d, 4, 1, 2},
+      {"T500 RS", 0x044f, 0xb65e, 4, 2, 1},
+      {"TS-PC", 0x044f, 0xb689, 4, 2, 1},
+      {"any other of that maker", 0x044f, 0x0001, 4, 2, 1},
       {"any other with a clutch", 0x1234, 0x0001, 4, 2, 3},
       {"any other without", 0x1234, 0x0002, 3, 1, 2},
   };
