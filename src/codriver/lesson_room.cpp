@@ -5,6 +5,7 @@
 #include "codriver/lessons.h"
 #include "codriver/teaching.h"
 #include "demo/wheel_driver.h"
+#include "input/events.h"
 #include "race/controls.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
@@ -62,6 +63,7 @@ LessonVerdict attempt(GameState& g, TaughtPlatform& platform, const Lesson& less
   LessonVerdict verdict;
   bool isDriving = true;  // the ticks that the game takes to notice its end are not judged
   platform.onTick = [&](const TickReport& tick) {
+    if (scene.keepsSpeed) readController(g);  // which tells of itself only where the player moves it
     if (!isDriving) return;
     verdict = judge->after(tick);
     isDriving = verdict.state == LessonState::kGoingOn;
@@ -70,6 +72,7 @@ LessonVerdict attempt(GameState& g, TaughtPlatform& platform, const Lesson& less
   if (scene.keepsSpeed) {
     platform.onKeys = [&](KeyboardState& keys) { pedals.press(keys); };
     platform.onController = [&](JoystickState& controller) { pedals.press(controller); };
+    readController(g);
   }
   driveLap(g, scene.track,
            {.lapPosition = scene.lapPosition,

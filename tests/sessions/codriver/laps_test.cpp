@@ -29,10 +29,10 @@ constexpr const char* kFile = "vorn1kirtland.ghost";
 class LapsOfTheDirtMile : public testing::Test {
  protected:
   const TraceRecord& race(const std::string& aids, const std::string& behindTheLine = "",
-                          bool brakesOnce = false) {
+                          bool brakesOnce = false, int track = kKirtlandNumber) {
     session.codriver = CodriverOptions{.aids = aidsNamed(aids)};
     session.options.controller = true;
-    WheelScript wheel(kKirtland);
+    WheelScript wheel(*allTracks()[static_cast<std::size_t>(track - 1)]);
     Driver driver;
     driver.until = " Your time for ";
     driver.onTick = [&](const TickReport& tick) {
@@ -40,7 +40,7 @@ class LapsOfTheDirtMile : public testing::Test {
       const bool isBraking = brakesOnce && tick.raceTicks > 80 && tick.raceTicks < 100;
       return isBraking ? driven + "axis Y 10000\n" : driven;
     };
-    session.script(offTheGrid(kKirtlandNumber, Device::kWheel)).drive(driver);
+    session.script(offTheGrid(track, Device::kWheel)).drive(driver);
     session.script(behindTheLine + "get raceTicks\nwait quiet\nend").run();
     EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
     return session.trace();
@@ -169,6 +169,43 @@ TEST_F(LapsOfTheDirtMile, LeaveTheRaceAsItIs) {
   const std::string without = ticksOf(race("none"));
   race("laps,ghost");
   EXPECT_EQ(ticksOf(race("laps,ghost")), without);
+}
+
+TEST_F(LapsOfTheDirtMile, TheToneStandsOnTheSideOfTheGhostHigherWhereItIsAhead) {
+  race("ghost");
+  GhostFile other = kept().file;
+  for (GhostPlace& place : other.ghosts[0].places) {
+    place.ticks -= 5;
+    place.lateral -= 20;
+  }
+  session.folder.write("vorn1kirtland.friend.ghost", encodeGhosts(other));
+  AidSettings settings;
+  settings.turn(AidKind::kGhost, true);
+  settings.racesFriend = 1;
+  session.folder.write(kAidFile, aidFileText(settings));
+  race("ghost");
+  int pan = 0, frequency = 0;
+  for (const std::string& tone : session.trace().soundsOf("codriver ghost")) {
+    if (tone.starts_with("SetPan ")) pan = std::stoi(tone.substr(7));
+    if (tone.starts_with("SetFrequency ")) frequency = std::stoi(tone.substr(13));
+  }
+  EXPECT_NEAR(pan, -800, 4);
+  EXPECT_EQ(frequency, 48 * 275) << "48 frames a period";
+}
+
+/// Each track, driven twice in the same way.
+class LapsOfEveryTrack : public LapsOfTheDirtMile, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(On, LapsOfEveryTrack, testing::Range(1, 11));
+
+TEST_P(LapsOfEveryTrack, TakeTheTimeOfTheRaceAndAreLevelWithThemselves) {
+  const Track& track = *allTracks()[static_cast<std::size_t>(GetParam() - 1)];
+  const double ticks = race("ghost", "", false, GetParam()).values("raceTicks").back().get<double>();
+  const GhostReading reading = decodeGhosts(session.folder.read(ghostFileName(GetParam())));
+  ASSERT_THAT(reading.file.ghosts, SizeIs(1));
+  EXPECT_NEAR(reading.file.ghosts[0].ticks, ticks, 0.001);
+  race("ghost", "", false, GetParam());
+  EXPECT_THAT(said("level "), SizeIs(track.segments.size()));
 }
 
 // --- Friends
