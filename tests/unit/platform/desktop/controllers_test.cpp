@@ -533,6 +533,17 @@ TEST_F(ControllersTest, ASecondOneBesideTheFirstIsNoNews) {
   EXPECT_TRUE(controllers.takeNews().empty());
 }
 
+TEST_F(ControllersTest, ASecondOneThatHasBeenThereIsNoNewsWhenTheFirstGoes) {
+  VirtualController stick(flightStick());
+  const auto device = acquired(stick);
+  VirtualController other(gamepad());
+  yield();
+  controllers.takeNews();
+  stick.unplug();
+  yield();
+  EXPECT_THAT(controllers.takeNews(), testing::ElementsAre(" The controller is disconnected. "));
+}
+
 TEST_F(ControllersTest, PluggedOutAndInBetweenTwoLooksBothAreTold) {
   auto stick = std::make_unique<VirtualController>(flightStick());
   const auto device = acquired(*stick);
