@@ -9,6 +9,7 @@
 
 #include "checks.h"
 #include "maker.h"
+#include "pack.h"
 #include "progress.h"
 #include "recipe.h"
 #include "report/judge.h"
@@ -21,6 +22,7 @@ struct Orders {
   std::string folder;
   std::string folderToCheck;
   std::string report;  ///< page to write about the folder's files
+  std::string pack;    ///< file to put all of the folder's files into
   std::vector<std::string> only;
   bool list = false;
   bool figures = false;  ///< judge the folder's files
@@ -96,10 +98,17 @@ int judge(const std::vector<const Recipe*>& recipes, const std::string& folder) 
   return 0;
 }
 
+int pack(const std::vector<const Recipe*>& recipes, const Orders& orders) {
+  if (check(recipes, orders.folder) != 0) return 1;
+  writePack(orders.folder, orders.pack);
+  return 0;
+}
+
 int follow(const Orders& orders) {
   const std::vector<const Recipe*> recipes = chosen(orders.only);
   if (orders.list) return list(recipes);
   if (!orders.folderToCheck.empty()) return check(recipes, orders.folderToCheck);
+  if (!orders.pack.empty()) return pack(recipes, orders);
   if (orders.figures) return judge(recipes, orders.folder);
   if (!orders.report.empty()) return writePage(recipes, orders);
   return make(recipes, orders);
@@ -121,6 +130,8 @@ int main(int argc, char** argv) {
                                   "Only write a page of pictures about the files of DIR, an HTML file");
   auto* toJudge =
       app.add_flag("--figures", orders.figures, "Only say the figures of the files of DIR, a line each");
+  auto* toPack = app.add_option("--pack", orders.pack,
+                                "Only put the files of DIR into one, as the game in a browser loads them");
   app.add_option("--only", orders.only, "Only this sound, such as vorn1t5 (may be repeated)")
       ->allow_extra_args(false);
   app.add_option("--jobs,-j", orders.workers, "Sounds to make at a time")->check(CLI::Range(1, 64));
@@ -128,6 +139,7 @@ int main(int argc, char** argv) {
   folder->excludes(toList);
   toReport->needs(folder);
   toJudge->needs(folder)->excludes(toReport);
+  toPack->needs(folder)->excludes(toReport)->excludes(toJudge);
   app.callback([&] {
     if (orders.folder.empty() && orders.folderToCheck.empty() && !orders.list) {
       throw CLI::RequiredError("DIR, --check or --list");

@@ -1,0 +1,67 @@
+/// The browser's page as the game sees it: what the page gives before the game
+/// begins, what it reports, what it is told. The page's side of it is `site/page.js`.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/mixing/mixer.h"
+#include "platform/web/page_inbox.h"
+#include "platform/web/page_pads.h"
+#include "platform/web/stored_files.h"
+
+namespace vorn {
+
+/// What the page can be told; the numbers are those of `site/page.js`.
+enum class Tell {
+  kCaption = 0,   ///< the window's title
+  kSpoken = 1,    ///< a text that is being said, to be read
+  kSay = 2,       ///< number: of the request; voice, rate, volume and text, separated by U+001F
+  kSilence = 3,   ///< everything asked for until now
+  kBox = 4,       ///< a message to be confirmed
+  kStore = 5,     ///< number: of the request; name, NUL, bytes
+  kRemove = 6,    ///< number: of the request; name
+  kEnded = 7,     ///< number: exit status
+  kDiagnosis = 8  ///< what would go to standard error
+};
+
+/// Sound on its way to the worklet, which reads it by this layout (`site/worklet.js`):
+/// frames that have been read and written, both counted on and on, then left and right in turn.
+struct SoundRing {
+  static constexpr std::uint32_t kFrames = 4096;
+
+  std::atomic<std::uint32_t> read{0}, written{0};
+  std::atomic<std::uint32_t> gaps{0};  ///< times that the worklet found too little
+  std::uint32_t unused = 0;
+  std::array<float, std::size_t{2} * kFrames> samples{};
+};
+
+struct Page {
+  // Given before the game begins.
+  StoredFiles::Contents files, sounds;
+  std::vector<std::string> voices;
+
+  // Reported while it is played.
+  PageInbox inbox;
+  PagePads pads;
+  std::atomic<std::int32_t> said{0};  ///< number of the last request to speak that has come to its end
+  std::atomic<std::int32_t> stored{0}, refused{0};  ///< requests to store that were carried out, or not
+  SoundRing ring;
+
+  std::atomic<std::int32_t> pulse{0};  ///< grows as long as the game's thread does anything
+
+  /// Of the car; milliseconds of the steady clock.
+  std::atomic<double> lastTick{-1e9};
+
+  /// Does not wait.
+  void tell(Tell what, int number = 0, std::string_view text = {});
+};
+
+/// The one page that this program runs in.
+Page& thePage();
+
+}  // namespace vorn

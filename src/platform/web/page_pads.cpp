@@ -1,0 +1,222 @@
+#include "platform/web/page_pads.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "platform/common/axis_law.h"
+#include "platform/errors.h"
+
+namespace vorn {
+namespace {
+
+/// The buttons of the standard mapping, in its order.
+constexpr PadButton kStandardButtons[] = {
+    PadButton::kSouth,        PadButton::kEast,          PadButton::kWest,      PadButton::kNorth,
+    PadButton::kLeftShoulder, PadButton::kRightShoulder, PadButton::kExtra,     PadButton::kExtra,
+    PadButton::kBack,         PadButton::kStart,         PadButton::kLeftStick, PadButton::kRightStick,
+    PadButton::kUp,           PadButton::kDown,          PadButton::kLeft,      PadButton::kRight,
+    PadButton::kGuide};
+constexpr std::size_t kLeftTrigger = 6, kRightTrigger = 7;  ///< buttons by degrees
+
+/// Four hexadecimal digits at `at`; nothing where there are none.
+std::optional<int> hexAt(std::string_view text, std::size_t at) {
+  constexpr std::size_t kDigits = 4;
+  int number = 0;
+  if (text.size() < at + kDigits) {
+    return std::nullopt;
+  }
+  const char* const end = text.data() + at + kDigits;
+  const auto parsed = std::from_chars(text.data() + at, end, number, 16);
+  return parsed.ec == std::errc() && parsed.ptr == end ? std::optional(number) : std::nullopt;
+}
+
+/// One family writes "Name (STANDARD GAMEPAD Vendor: 046d Product: c24f)", another "046d-c24f-Name".
+void readIdentifier(std::string_view id, ControllerFacts& facts) {
+  constexpr std::string_view kVendor = "Vendor: ", kProduct = "Product: ";
+  const std::size_t vendor = id.find(kVendor), product = id.find(kProduct);
+  if (vendor != std::string_view::npos && product != std::string_view::npos) {
+    facts.vendor = hexAt(id, vendor + kVendor.size()).value_or(0);
+    facts.product = hexAt(id, product + kProduct.size()).value_or(0);
+    facts.name = id.substr(0, std::min(id.size(), id.find(" (")));
+    return;
+  }
+  const auto first = hexAt(id, 0), second = hexAt(id, 5);
+  if (first && second && id.size() > 10 && id[4] == '-' && id[9] == '-') {
+    facts.vendor = *first;
+    facts.product = *second;
+    facts.name = id.substr(10);
+  }
+}
+
+bool operator==(const JoystickState& one, const JoystickState& other) {
+  return one.x == other.x && one.y == other.y && one.rx == other.rx && one.ry == other.ry &&
+         one.buttons == other.buttons;
+}
+
+}  // namespace
+
+ControllerFacts pagePadFacts(const PagePad& pad) {
+  ControllerFacts facts{.name = pad.id};
+  readIdentifier(pad.id, facts);
+  facts.kind = pad.isStandard ? ControllerKind::kGamepad : ControllerKind::kUnknown;
+  facts.axes = static_cast<int>(pad.controls.axes.size());
+  facts.buttons = static_cast<int>(pad.controls.buttons.size());
+  return facts;
+}
+
+RawControls placedControls(const PagePad& pad) {
+  constexpr std::size_t kSticks = 4;
+  RawControls placed;
+  placed.axes.assign(kPadAxes, 0);
+  placed.buttons.assign(kPadButtons, false);
+  const RawControls& raw = pad.controls;
+  std::copy_n(raw.axes.begin(), std::min(kSticks, raw.axes.size()), placed.axes.begin());
+  const auto triggerAt = [&](std::size_t axis) {  // the page puts them behind the sticks
+    return raw.axes.size() > axis ? raw.axes[axis] : -1.0;
+  };
+  placed.axes[static_cast<std::size_t>(PadAxis::kLeftTrigger)] = triggerAt(kSticks);
+  placed.axes[static_cast<std::size_t>(PadAxis::kRightTrigger)] = triggerAt(kSticks + 1);
+  for (std::size_t i = 0; i < std::min(std::size(kStandardButtons), raw.buttons.size()); ++i) {
+    if (i != kLeftTrigger && i != kRightTrigger) {
+      placed.buttons[static_cast<std::size_t>(kStandardButtons[i])] = raw.buttons[i];
+    }
+  }
+  placed.isUp = placed.buttons[static_cast<std::size_t>(PadButton::kUp)];
+  placed.isDown = placed.buttons[static_cast<std::size_t>(PadButton::kDown)];
+  return placed;
+}
+
+class PagePads::Device final : public ControllerDevice {
+ public:
+  Device(PagePads& owner, int index, const PagePad& pad)
+      : owner_(owner), index_(index), id_(pad.id), reader_(layoutOf(pagePadFacts(pad))) {
+    owner_.devices_.push_back(this);
+  }
+  ~Device() override { std::erase(owner_.devices_, this); }
+  Device(const Device&) = delete;
+  Device& operator=(const Device&) = delete;
+
+  void SetCommonDataFormat(int format) override {
+    constexpr int kJoystick = 3;
+    if (format != kJoystick) {
+      throw PlatformError("SetCommonDataFormat", std::to_string(format), "this is a game controller");
+    }
+  }
+  void SetCooperativeLevel(int) override {}  // a browser shares it, while its window is in front
+  void SetEventNotification(int handle) override { notify_ = handle; }
+  void SetRange(int low, int high) override {
+    if (low >= high) {
+      throw PlatformError("SetRange", std::to_string(low) + ", " + std::to_string(high), "an empty range");
+    }
+    for (AxisLaw& law : laws_) {
+      law.low = low;
+      law.high = high;
+    }
+  }
+  void SetAxisProperty(AxisProperty property, int object, int value) override {
+    if ((object != kObjectX && object != kObjectY) || value < 0 || value > 10000) {
+      throw PlatformError("SetProperty", std::to_string(object) + ", " + std::to_string(value),
+                          "out of range");
+    }
+    AxisLaw& law = laws_[object == kObjectX ? 0 : 1];
+    (property == AxisProperty::kDeadZone ? law.deadZone : law.saturation) = value;
+  }
+  void Acquire() override {
+    isAcquired_ = true;
+    told_ = reading();
+  }
+  void Unacquire() override { isAcquired_ = false; }
+  void Poll() override {}  // the page reports by itself
+  JoystickState GetDeviceStateJoystick() override {
+    if (!isAcquired_) {
+      throw InputLost();
+    }
+    return reading();
+  }
+  int buttonCount() override { return vorn::buttonCount(reader_.layout()); }
+
+  void notify(EventReceiver* receiver) {
+    if (!isAcquired_ || !notify_ || receiver == nullptr) {
+      return;
+    }
+    const JoystickState now = reading();
+    if (now == told_) {
+      return;
+    }
+    told_ = now;
+    receiver->DirectXEvent8_DXCallback(*notify_);
+  }
+
+ private:
+  /// Everything at rest where the controller has vanished or another has taken its place.
+  JoystickState reading() {
+    ControllerReading now;
+    const auto pad = owner_.padAt(index_);
+    if (pad && pad->id == id_) {
+      now =
+          reader_.read(reader_.layout().kind == LayoutKind::kGamepad ? placedControls(*pad) : pad->controls);
+    }
+    return {axisReading(now.steering, laws_[0]), axisReading(now.gasAndBrake(), laws_[1]),
+            axisReading(now.secondX, laws_[2]), axisReading(now.secondY, laws_[3]), now.buttons};
+  }
+
+  PagePads& owner_;
+  const int index_;
+  const std::string id_;
+  ControllerReader reader_;
+  std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
+  std::optional<int> notify_;
+  bool isAcquired_ = false;
+  JoystickState told_;  ///< what the game has been told of
+};
+
+void PagePads::report(int index, PagePad pad) {
+  const std::lock_guard lock(mutex_);
+  pads_[index] = std::move(pad);
+}
+
+void PagePads::remove(int index) {
+  const std::lock_guard lock(mutex_);
+  pads_.erase(index);
+}
+
+std::optional<PagePad> PagePads::padAt(int index) {
+  const std::lock_guard lock(mutex_);
+  const auto found = pads_.find(index);
+  return found == pads_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<std::string> PagePads::attached() {
+  const std::lock_guard lock(mutex_);
+  std::vector<std::string> identifiers;
+  for (const auto& [index, pad] : pads_) {
+    const LayoutKind kind = layoutOf(pagePadFacts(pad)).kind;
+    if (kind != LayoutKind::kNothing && kind != LayoutKind::kPedals) {
+      identifiers.push_back(std::to_string(index));
+    }
+  }
+  return identifiers;
+}
+
+std::unique_ptr<ControllerDevice> PagePads::open(const std::string& identifier) {
+  const auto identifiers = attached();
+  if (std::find(identifiers.begin(), identifiers.end(), identifier) != identifiers.end()) {
+    const int index = std::stoi(identifier);
+    if (const auto pad = padAt(index)) {
+      return std::make_unique<Device>(*this, index, *pad);
+    }
+  }
+  throw PlatformError("CreateDevice", identifier, "no such controller is attached");
+}
+
+void PagePads::notify(EventReceiver* receiver) {
+  const std::vector<Device*> devices = devices_;  // the receiver may close one
+  for (Device* device : devices) {
+    if (std::find(devices_.begin(), devices_.end(), device) != devices_.end()) {
+      device->notify(receiver);
+    }
+  }
+}
+
+}  // namespace vorn

@@ -1,0 +1,53 @@
+/// Game controllers as browsers report them: the page tells how each stands, the game
+/// reads X, Y, Rx, Ry and 32 buttons. What is taken for what `controller_layout.h` tells.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/common/controller_reader.h"
+#include "platform/platform.h"
+
+namespace vorn {
+
+/// One controller at a moment.
+struct PagePad {
+  std::string id{};         ///< the browser's text: name, vendor and product
+  bool isStandard = false;  ///< its controls are known by their places
+  RawControls controls{};   ///< as the browser numbers them
+};
+
+/// What is known of a controller from the browser's text.
+ControllerFacts pagePadFacts(const PagePad& pad);
+/// The browser's numbers as ours; buttons that are pressed by degrees become trigger axes.
+RawControls placedControls(const PagePad& pad);
+
+class PagePads {
+ public:
+  // The page's thread.
+  void report(int index, PagePad pad);
+  void remove(int index);
+
+  // The game's thread.
+  std::vector<std::string> attached();
+  /// Throws `PlatformError` where no such controller is attached. At most as long-lived as this.
+  std::unique_ptr<ControllerDevice> open(const std::string& identifier);
+  /// Tells `receiver` (null: nobody) of the controllers whose state has changed.
+  void notify(EventReceiver* receiver);
+
+ private:
+  class Device;
+
+  /// As it stands now; nothing where it has been unplugged.
+  std::optional<PagePad> padAt(int index);
+
+  std::mutex mutex_;  ///< over what follows
+  std::map<int, PagePad> pads_;
+
+  std::vector<Device*> devices_;  ///< the game thread's
+};
+
+}  // namespace vorn

@@ -1,0 +1,123 @@
+// @ts-check
+// Who says the game's texts. Each voice tells of every text that it has said to its end.
+
+/** @typedef {{text: string, voice: number, rate: number, volume: number}} Request */
+/** @typedef {() => void} Done */
+
+/**
+ * @typedef {object} Voice
+ * @property {string[]} names
+ * @property {(request: Request, done: Done) => void} say behind what is still to be said
+ * @property {() => void} silence forgets everything; what is forgotten is not told of
+ */
+
+const NORMAL_MS_A_CHARACTER = 70;
+
+/** How fast the game wants it, as a factor. @param {number} rate */
+export function pace(rate) {
+  return 3 ** (rate / 10);
+}
+
+/** The browser's own voices. @implements {Voice} */
+export class BrowserVoice {
+  /** @param {SpeechSynthesisVoice[]} voices */
+  constructor(voices) {
+    this.voices = voices;
+    this.names = voices.map((voice) => voice.name);
+    /** @type {Set<SpeechSynthesisUtterance>} kept, for browsers forget those that nobody holds */
+    this.waiting = new Set();
+  }
+
+  /** @returns {Promise<BrowserVoice | null>} null where the browser has no voice */
+  static async find() {
+    if (!("speechSynthesis" in window)) return null;
+    for (let attempt = 0; attempt < 15; ++attempt) {
+      const voices = speechSynthesis.getVoices();
+      if (voices.length) return new BrowserVoice(inOrder(voices));
+      await new Promise((resolve) => setTimeout(resolve, 100));
+    }
+    return null;
+  }
+
+  /** @param {Request} request @param {Done} done */
+  say(request, done) {
+    const utterance = new SpeechSynthesisUtterance(request.text);
+    utterance.voice = this.voices[request.voice] ?? null;
+    utterance.lang = utterance.voice?.lang ?? "en";
+    utterance.rate = Math.min(10, Math.max(0.1, pace(request.rate)));
+    utterance.volume = request.volume / 100;
+    const wait = window.setTimeout(() => end(), 15000 + this.backlog() + longest(request));
+    const end = () => {
+      window.clearTimeout(wait);
+      if (this.waiting.delete(utterance)) done();
+    };
+    utterance.onend = utterance.onerror = end;
+    this.waiting.add(utterance);
+    speechSynthesis.resume();
+    speechSynthesis.speak(utterance);
+  }
+
+  backlog() {
+    let ms = 0;
+    for (const utterance of this.waiting) ms += 4 * NORMAL_MS_A_CHARACTER * utterance.text.length;
+    return ms;
+  }
+
+  silence() {
+    this.waiting.clear();
+    speechSynthesis.cancel();
+  }
+}
+
+/** @param {Request} request most milliseconds that it may take */
+function longest(request) {
+  return (4 * NORMAL_MS_A_CHARACTER * request.text.length) / pace(request.rate);
+}
+
+/** English first, the browser's own choice before others. @param {SpeechSynthesisVoice[]} voices */
+export function inOrder(voices) {
+  /** @param {SpeechSynthesisVoice} voice */
+  const rank = (voice) => (voice.lang.startsWith("en") ? 0 : 2) + (voice.default ? 0 : 1);
+  return [...voices].sort((one, other) => rank(one) - rank(other));
+}
+
+/** The player's screen reader, which reads what appears in a live region. @implements {Voice} */
+export class ReaderVoice {
+  /**
+   * @param {HTMLElement} region
+   * @param {number} msACharacter how fast it reads
+   */
+  constructor(region, msACharacter) {
+    this.region = region;
+    this.msACharacter = msACharacter;
+    this.names = ["Screen reader"];
+    /** @type {{request: Request, done: Done}[]} */
+    this.queue = [];
+    this.timer = 0;
+  }
+
+  /** @param {Request} request @param {Done} done */
+  say(request, done) {
+    this.queue.push({ request, done });
+    if (this.queue.length === 1) this.next();
+  }
+
+  next() {
+    if (!this.queue.length) return;
+    const { request, done } = this.queue[0];
+    const line = document.createElement("p");
+    line.textContent = request.text;
+    if (request.text.trim() !== "") this.region.replaceChildren(line);
+    this.timer = window.setTimeout(() => {
+      this.queue.shift();
+      done();
+      this.next();
+    }, Math.max(1, request.text.trim().length * this.msACharacter));
+  }
+
+  silence() {
+    window.clearTimeout(this.timer);
+    this.queue = [];
+    this.region.replaceChildren();
+  }
+}

@@ -1,0 +1,267 @@
+#include "platform/web/web_platform.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <thread>
+#include <utility>
+
+#include "platform/common/close_requests.h"
+#include "platform/common/key_latch.h"
+#include "platform/common/random.h"
+#include "platform/common/service_voice.h"
+#include "platform/common/windows1252.h"
+#include "platform/mixing/mixer_sound_device.h"
+#include "platform/web/page_keys.h"
+#include "platform/web/page_speech.h"
+#include "platform/web/sound_output.h"
+
+namespace vorn {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+using std::chrono::system_clock;
+
+constexpr milliseconds kMoment{2};
+
+std::uint64_t clockSeed() {
+  return static_cast<std::uint64_t>(system_clock::now().time_since_epoch().count());
+}
+
+std::tm localTime(system_clock::time_point moment) {
+  const std::time_t seconds = system_clock::to_time_t(moment);
+  std::tm local{};
+  localtime_r(&seconds, &local);
+  return local;
+}
+
+milliseconds wholeMilliseconds() {
+  return std::chrono::floor<milliseconds>(steady_clock::now().time_since_epoch());
+}
+
+/// The browser's own store, through the page.
+class PageStore : public FileStore {
+ public:
+  explicit PageStore(Page& page) : page_(page) {}
+
+  void put(const std::string& name, const std::string& bytes) override {
+    carryOut(Tell::kStore, "write", name, name + '\0' + bytes);
+  }
+  void remove(const std::string& name) override { carryOut(Tell::kRemove, "delete", name, name); }
+
+ private:
+  void carryOut(Tell what, const char* call, const std::string& name, const std::string& request) {
+    constexpr auto kPatience = std::chrono::seconds(10);
+    page_.tell(what, ++asked_, request);
+    const auto end = steady_clock::now() + kPatience;
+    while (page_.stored != asked_) {
+      if (page_.refused == asked_ || steady_clock::now() >= end) {
+        throw PlatformError(call, name, "the browser did not store it");
+      }
+      std::this_thread::sleep_for(kMoment);
+    }
+  }
+
+  Page& page_;
+  std::int32_t asked_ = 0;
+};
+
+class PageKeyboard : public KeyboardDevice {
+ public:
+  /// Neither is owned.
+  PageKeyboard(const KeyboardState& held, KeyLatch& taps) : held_(held), taps_(taps) {}
+
+  void SetCommonDataFormat(int format) override {
+    constexpr int kKeyboard = 1;
+    if (format != kKeyboard) {
+      throw PlatformError("SetCommonDataFormat", std::to_string(format), "this is a keyboard");
+    }
+  }
+  void SetCooperativeLevel(int) override {}  // a browser shares its keys with whom it likes
+  void Acquire() override {}
+  KeyboardState GetDeviceStateKeyboard() override {
+    return taps_.read(held_, static_cast<std::uint32_t>(wholeMilliseconds().count()));
+  }
+
+ private:
+  const KeyboardState& held_;
+  KeyLatch& taps_;
+};
+
+class WebPlatform : public Platform {
+ public:
+  explicit WebPlatform(Page& page)
+      : page_(page),
+        store_(page),
+        files_(page.files, page.sounds, store_),
+        random_(clockSeed()),
+        output_(mixer_, page.ring),
+        speech_(page) {
+    constexpr double kDuckDecibels = 8;
+    mixer_.setDucking(kDuckDecibels);
+  }
+
+  std::int32_t tickCount() override {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
+  }
+  double secondsSinceMidnight() override;
+  Date today() override;
+
+  void setCaption(const std::string& caption) override { page_.tell(Tell::kCaption, 0, caption); }
+  void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
+  int messageBox(const std::string& text) override;
+  void enterShutdown() override { closeRequests_.enterShutdown(); }
+
+  std::unique_ptr<SoundDevice> createSoundDevice() override {
+    return std::make_unique<MixerSoundDevice>(mixer_, files_);
+  }
+  std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
+    return std::make_unique<PageKeyboard>(held_, taps_);
+  }
+  std::vector<std::string> attachedControllers() override { return page_.pads.attached(); }
+  std::unique_ptr<ControllerDevice> createControllerDevice(const std::string& identifier) override {
+    return page_.pads.open(identifier);
+  }
+  std::unique_ptr<Voice> createVoice() override;
+
+  Files& files() override { return files_; }
+  void startProgram(const std::string& name, int) override {
+    throw PlatformError("Shell", name, "a browser starts no programs");
+  }
+
+  double randomFraction() override { return random_.fraction(); }
+  void reseedRandom() override { random_.reseed(clockSeed()); }
+  void carTicked(const TickReport&) override {
+    page_.lastTick =
+        std::chrono::duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+  }
+
+ private:
+  void doYield(int atMostMs) override;
+  void deliver(const PageEvent& event);
+  void noteKey(const PageEvent& event);
+  void loseFocus();
+  bool pause();
+
+  Page& page_;
+  PageStore store_;
+  StoredFiles files_;
+  RandomSource random_;
+  Mixer mixer_;
+  SoundOutput output_;
+  PageSpeech speech_;
+  SpeechSettings voiceSettings_;
+  bool hasHadVoice_ = false;
+  EventReceiver* receiver_ = nullptr;
+  CloseRequests closeRequests_;
+  KeyboardState held_{};
+  KeyLatch taps_;
+};
+
+double WebPlatform::secondsSinceMidnight() {
+  const auto now = system_clock::now();
+  const std::tm local = localTime(now);
+  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
+  return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec +
+         std::chrono::duration<double>(fraction).count();
+}
+
+Date WebPlatform::today() {
+  const std::tm local = localTime(system_clock::now());
+  return {local.tm_mon + 1, local.tm_mday, local.tm_year + 1900};
+}
+
+int WebPlatform::messageBox(const std::string& text) {
+  constexpr int kOk = 1;
+  std::string shown = utf8FromWindows1252(text);
+  std::replace(shown.begin(), shown.end(), '\r', '\n');
+  page_.tell(Tell::kBox, 0, shown);
+  for (;;) {
+    ++page_.pulse;
+    page_.inbox.waitUntil(steady_clock::now() + std::chrono::seconds(1));
+    while (const auto event = page_.inbox.take()) {
+      if (event->kind == PageEvent::Kind::kAnswered || event->kind == PageEvent::Kind::kClose) {
+        return kOk;
+      }
+    }
+  }
+}
+
+void WebPlatform::doYield(int atMostMs) {
+  ++page_.pulse;
+  if (atMostMs > 0) {
+    page_.inbox.waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
+  }
+  mixer_.setDucked(speech_.isSpeaking());
+  while (const auto event = page_.inbox.take()) {
+    deliver(*event);
+  }
+  page_.pads.notify(receiver_);
+}
+
+void WebPlatform::deliver(const PageEvent& event) {
+  switch (event.kind) {
+    case PageEvent::Kind::kKeyDown:
+    case PageEvent::Kind::kKeyUp:
+      noteKey(event);
+      break;
+    case PageEvent::Kind::kFocus:
+      mixer_.setMuted(false);
+      break;
+    case PageEvent::Kind::kBlur:
+      loseFocus();
+      break;
+    case PageEvent::Kind::kClose:
+      closeRequests_.ask();
+      break;
+    case PageEvent::Kind::kAnswered:
+      break;
+  }
+}
+
+void WebPlatform::noteKey(const PageEvent& event) {
+  const bool isDown = event.kind == PageEvent::Kind::kKeyDown;
+  if (const Key* const key = keyAtPlace(event.code)) {
+    held_[static_cast<std::size_t>(key->keyCode)] = isDown ? KeyLatch::kKeyIsDown : 0;
+    if (isDown) {
+      taps_.wentDown(key->keyCode);
+    } else {
+      taps_.wentUp(key->keyCode, static_cast<std::uint32_t>(wholeMilliseconds().count()));
+    }
+  }
+  const Key* const pressed = isDown && receiver_ != nullptr ? menuKey(event.code, event.key) : nullptr;
+  if (pressed != nullptr) {
+    receiver_->Form_KeyDown(pressed->virtualKeyCode, event.shiftState);
+  }
+}
+
+/// Nobody reports the keys that are let go of elsewhere.
+void WebPlatform::loseFocus() {
+  mixer_.setMuted(true);
+  held_ = {};
+}
+
+/// After the first one a voice is made where the player looks for another.
+std::unique_ptr<Voice> WebPlatform::createVoice() {
+  const bool introducesItself = std::exchange(hasHadVoice_, true);
+  return std::make_unique<ServiceVoice>(
+      speech_, voiceSettings_, introducesItself, [this] { return pause(); },
+      [this](const std::string& text) { page_.tell(Tell::kSpoken, 0, text); });
+}
+
+/// A moment of a synchronous text: what happens meanwhile is delivered after it.
+bool WebPlatform::pause() {
+  ++page_.pulse;
+  mixer_.setDucked(speech_.isSpeaking());
+  std::this_thread::sleep_for(kMoment);
+  return true;
+}
+
+}  // namespace
+
+std::unique_ptr<Platform> makeWebPlatform(Page& page) {
+  return std::make_unique<WebPlatform>(page);
+}
+
+}  // namespace vorn

@@ -1,0 +1,90 @@
+#include "platform/web/page_pads.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/errors.h"
+
+namespace vorn {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+PagePad standardPad() {
+  PagePad pad{.id = "Pad (STANDARD GAMEPAD Vendor: 045e Product: 028e)", .isStandard = true};
+  pad.controls.axes = {0, 0, 0, 0, -1, -1};
+  pad.controls.buttons.assign(17, false);
+  return pad;
+}
+
+class Receiver : public EventReceiver {
+ public:
+  void Form_KeyDown(int, int) override {}
+  void DirectXEvent8_DXCallback(int eventId) override { events.push_back(eventId); }
+  std::vector<int> events;
+};
+
+TEST(PagePads, BothFamiliesOfBrowsersNameVendorAndProduct) {
+  const ControllerFacts one = pagePadFacts(standardPad());
+  EXPECT_EQ(one.name, "Pad");
+  EXPECT_EQ(one.vendor, 0x045E);
+  EXPECT_EQ(one.product, 0x028E);
+  EXPECT_EQ(one.kind, ControllerKind::kGamepad);
+  const ControllerFacts other = pagePadFacts({.id = "046d-c24f-G29 Driving Force Racing Wheel"});
+  EXPECT_EQ(other.name, "G29 Driving Force Racing Wheel");
+  EXPECT_EQ(other.vendor, 0x046D);
+  EXPECT_EQ(other.product, 0xC24F);
+  EXPECT_EQ(pagePadFacts({.id = "Unknown Gamepad"}).vendor, 0);
+}
+
+TEST(PagePads, TheStandardMappingIsKnownByPlaces) {
+  PagePad pad = standardPad();
+  pad.controls.axes = {-0.5, 0.25, 0, 0, -1, 1};
+  pad.controls.buttons[9] = pad.controls.buttons[12] = true;  // start, up
+  pad.controls.buttons[7] = true;                             // a trigger, which is an axis
+  const RawControls placed = placedControls(pad);
+  EXPECT_THAT(placed.axes, ElementsAre(-0.5, 0.25, 0, 0, -1, 1));
+  EXPECT_TRUE(placed.buttons[static_cast<std::size_t>(PadButton::kStart)]);
+  EXPECT_TRUE(placed.isUp);
+  EXPECT_FALSE(placed.isDown);
+  EXPECT_FALSE(placed.buttons[static_cast<std::size_t>(PadButton::kExtra)]);
+}
+
+TEST(PagePads, SteersAndTellsOfEachChangeOnce) {
+  PagePads pads;
+  pads.report(2, standardPad());
+  ASSERT_THAT(pads.attached(), ElementsAre("2"));
+  const auto device = pads.open("2");
+  device->SetEventNotification(7);
+  EXPECT_THROW(device->GetDeviceStateJoystick(), InputLost);
+  device->Acquire();
+  Receiver receiver;
+  pads.notify(&receiver);
+  EXPECT_THAT(receiver.events, IsEmpty());
+  PagePad moved = standardPad();
+  moved.controls.axes[0] = 1;
+  pads.report(2, moved);
+  pads.notify(&receiver);
+  pads.notify(&receiver);
+  EXPECT_THAT(receiver.events, ElementsAre(7));
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, 10000);
+}
+
+TEST(PagePads, AnUnpluggedOneIsAtRest) {
+  PagePads pads;
+  PagePad pad = standardPad();
+  pads.report(0, pad);
+  const auto device = pads.open("0");
+  device->Acquire();
+  pad.controls.axes[0] = 1;
+  pads.report(0, pad);
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, 10000);
+  pads.remove(0);
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, 0);
+  EXPECT_THAT(pads.attached(), IsEmpty());
+  EXPECT_THROW(pads.open("0"), PlatformError);
+}
+
+}  // namespace
+}  // namespace vorn
