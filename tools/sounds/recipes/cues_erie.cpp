@@ -77,13 +77,13 @@ Audio hornpipe(const Recording& recording) {
   Canvas canvas = recording.canvas();
   synth::SampledInstrument concertina(canvas.rate(), synth::Sampled::kTangoAccordion);
   const auto squeeze = [&concertina](double hertz, double seconds) {
-    return concertina.play({.hertz = hertz, .seconds = 0.82 * seconds, .ring = 0.08, .force = 1});
+    return concertina.play({.hertz = hertz, .seconds = 0.36 * seconds, .ring = 0.05, .force = 1});
   };
   synth::play(canvas, kMelody, 8, squeeze);
   Canvas below = recording.canvas();
   synth::play(below, kChords, 8, squeeze);
-  canvas.add(below.signal(), 0.4);
-  return synth::inRoom(canvas, 0.4, 0.08);
+  canvas.add(below.signal(), 0.25);
+  return synth::peaking(synth::inRoom(canvas, 0.3, 0.04), canvas.rate(), 2200, 0.6, -6, canvas.ends());
 }
 
 /// The swell rocks a bell: it strikes when it likes; water laps at the hull.

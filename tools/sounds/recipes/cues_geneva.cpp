@@ -117,7 +117,7 @@ Audio rollerCoaster(const Recording& recording) {
       synth::shaped(synth::bandpass(rush, rate, synth::glide({{0, 700}, {0.5, 1900}, {kFall, 600}}), 0.8),
                     rate, Contour{{0, 0}, {0.45, 1}, {kFall + 0.1, 0}}),
       0.45);
-  return canvas.signal();
+  return synth::peaking(canvas.signal(), rate, 4500, 0.5, -6, canvas.ends());
 }
 
 /// A waltz on three reeds a note, none quite in tune, and a tambourine.
@@ -155,7 +155,7 @@ Audio musette(const Recording& recording) {
       return synth::withPeak(std::move(sound), 3);
     };
   };
-  synth::play(canvas, kMelody, 12, squeeze(0.88), kLead);
+  synth::play(canvas, kMelody, 12, squeeze(0.7), kLead);
   struct Harmony {
     double bass, low, high;
   };
@@ -173,10 +173,10 @@ Audio musette(const Recording& recording) {
     for (const double at : {1.0, 2.0}) {
       const Signal jingle = synth::shaken(noise, rate, synth::Shaker::kTambourine, 0.5, 0.25);
       canvas.add(kLead + (3 * bar + at) * beat,
-                 synth::withPeak(synth::shaped(jingle, rate, Contour{{0, 1}, {0.25, 0}}), 1), 2);
+                 synth::withPeak(synth::shaped(jingle, rate, Contour{{0, 1}, {0.25, 0}}), 1), 1.5);
     }
   }
-  canvas.add(below.signal(), 0.22);
+  canvas.add(below.signal(), 0.18);
   return synth::inRoom(canvas, 0.35, 0.06);
 }
 

@@ -127,17 +127,17 @@ Audio jawHarp(const Recording& recording) {
   const double rate = canvas.rate();
   const auto boing = [rate](const Contour& mouth) {
     const double seconds = 0.42;
-    const Signal tongue = synth::pulses(rate, seconds, 95, 0.07, synth::ringing(0.002, 0.6));
+    const Signal tongue = synth::pulses(rate, seconds, 95, 0.07, synth::ringing(0.002, 0.3));
     const Contour upper = [mouth](double now) { return 1.9 * mouth(now); };
     Signal sound = synth::bandpass(tongue, rate, mouth, 9);
-    synth::mixInto(sound, synth::bandpass(tongue, rate, upper, 9), 0.8);
+    synth::mixInto(sound, synth::bandpass(tongue, rate, upper, 9), 0.6);
     synth::mixInto(sound, synth::highpass(tongue, rate, 300), 0.12);
     // The finger plucks steel: it rings high before the mouth takes it.
     synth::mixInto(sound,
                    synth::shaped(synth::highpass(tongue, rate, 2800), rate, synth::ringing(0.001, 0.5)), 0.5);
     synth::mixInto(sound,
                    synth::strike(rate, 0.15, {{3350, 1, 0.12}, {4480, 0.8, 0.1}, {5900, 0.5, 0.06}}, 0.0002),
-                   0.08);
+                   0.15);
     synth::fadeOut(sound, synth::framesOf(rate, 0.05));
     return sound;
   };

@@ -23,9 +23,10 @@ Signal croak(double rate, double seconds, double size, double rise) {
   const Signal rattle = synth::pulses(rate, seconds, 55 * size, 0.05, loudness);
   const auto gliding = [&](double hertz) { return synth::glide({{0, hertz}, {seconds, rise * hertz}}); };
   Signal sound = synth::bandpass(rattle, rate, gliding(1320 * size), 7);
-  synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(2550 * size), 9), 2.2);
+  synth::scale(sound, 0.7);
+  synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(2550 * size), 9), 2.6);
   synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(640 * size), 4), 0.1);
-  synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(4300 * size), 7), 1.3);
+  synth::mixInto(sound, synth::bandpass(rattle, rate, gliding(4300 * size), 7), 3);
   synth::fadeOut(sound, synth::framesOf(rate, 0.012));
   return sound;
 }

@@ -188,8 +188,8 @@ Signal stockCar(Run run) {
 
 Signal racingTen(Run run) {
   // The pitch is that of the firings; what the ten differ by stands between, near the thirds.
-  constexpr std::array kOrders{Order{0.3, 0.30}, Order{0.7, 0.40}, Order{1, 0.7}, Order{1.3, 0.40},
-                               Order{1.7, 0.26}, Order{2, 0.24},   Order{3, 0.12}};
+  constexpr std::array kOrders{Order{0.3, 0.70}, Order{0.7, 0.35}, Order{1, 0.6}, Order{1.3, 0.30},
+                               Order{1.7, 0.20}, Order{2, 0.18},   Order{3, 0.12}};
   constexpr std::array kCycle{Cylinder{0, 1},       Cylinder{0.18, 0.4},   Cylinder{-0.12, 0.9},
                               Cylinder{0.20, 0.25}, Cylinder{-0.08, 0.95}, Cylinder{-0.2, 0.5},
                               Cylinder{0.14, 0.3},  Cylinder{0.02, 1},     Cylinder{-0.16, 0.35},
@@ -200,7 +200,7 @@ Signal racingTen(Run run) {
     return order.strength * tilt;
   });
   const Signal push = pushes(run, firingsOf(course, kCycle), [&](const Firing& firing) {
-    return Push{firing.strength, grown(0.0008, 0.0003, firing.load)};
+    return Push{firing.strength, grown(0.0008, 0.0004, firing.load)};
   });
   const Signal open = highpass(push, run.rate, 60);
   mixGrowing(sound, withPeak(open, 1), course, 1, 4.5);
@@ -246,8 +246,8 @@ Signal dieselTruck(Run run) {
   const Signal open = highpass(push, run.rate, 60);
   Signal sound = open;
   mixInto(sound, bandpass(open, run.rate, 170, 0.8), 0.4);
-  mixInto(sound, bandpass(knocks, run.rate, 880, 3), 3.4);
-  mixInto(sound, bandpass(knocks, run.rate, 480, 3), 1.2);
+  mixInto(sound, bandpass(knocks, run.rate, 880, 3), 1.6);
+  mixInto(sound, bandpass(knocks, run.rate, 480, 3), 0.4);
   mixInto(sound, bandpass(rattle, run.rate, 520, 1.5), 0.6);
   mixInto(sound, bandpass(rattle, run.rate, 1000, 2), 0.5);
   sound = muffled(withPeak(std::move(sound), 1), run, course, 40, 1200, 1200);
@@ -282,12 +282,15 @@ Signal twoStroke(Run run) {
 
 Signal turbine(Run run) {
   // What meshes in the gearbox: pairs of teeth that beat with each other.
-  constexpr std::array kOrders{Order{0.5, 0.55}, Order{0.511, 0.2}, Order{0.75, 0.3}, Order{0.758, 0.2},
-                               Order{1, 0.8},    Order{1.013, 0.2}, Order{1.25, 0.25}};
+  constexpr std::array kOrders{Order{0.25, 0.45}, Order{0.2575, 0.15}, Order{0.5, 0.55}, Order{0.511, 0.2},
+                               Order{0.75, 0.2},  Order{1, 0.5},       Order{1.013, 0.2}};
   const Course course = courseOf(run, engineTape("vorn34"));
-  Signal sound = orders(course, kOrders, [](const Order& order, double) { return order.strength; });
+  Signal sound = orders(course, kOrders, [](const Order& order, double load) {
+    const bool isMain = order.strength >= 0.5;
+    return order.strength * (isMain ? 1 : grown(0.3, 1, load));
+  });
   const Signal air = white(run.noise, run.frames);
-  mixInto(sound, bandpass(air, run.rate, growing(run, course, 450, 1000), 0.7), 0.22);
+  mixInto(sound, bandpass(air, run.rate, growing(run, course, 450, 900), 0.7), 0.15);
   return muffled(sound, run, course, 60, 1900, 1300);
 }
 
