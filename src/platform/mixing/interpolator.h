@@ -25,26 +25,33 @@ struct SampleSource {
 class Interpolator {
  public:
   /// Source frames on either side of a place that a sample may draw on, at most.
-  static constexpr int kReach = 26;
+  static constexpr int kReach = 28;
   /// Fastest step that is still band-limited, in source frames an output frame.
   static constexpr double kFastest = 2.1;
 
-  /// Samples that the processor handles at once.
-  static constexpr int kLanes = 4;
-  using Lanes = float __attribute__((vector_size(kLanes * sizeof(float))));
-
-  Interpolator();
+  /// `mayBeWider`: uses what this processor has beyond those of its kind; the samples are the same.
+  explicit Interpolator(bool mayBeWider = true);
 
   /// Writes `count` samples: the source at its position and each of `offsets`
   /// behind it, which follow each other at about `step`.
   void read(const SampleSource& source, const Phase* offsets, Phase step, float* out, int count) const;
 
+  /// A piece of a table that the processor fetches at once.
+  struct alignas(64) CacheLine {
+    std::array<float, 16> taps;
+  };
+
  private:
   static constexpr std::size_t kBanks = 5;
 
-  /// A kernel each, the shortest first: for each of the sub-sample places its
-  /// taps, then what to add to them on the way to the next place.
-  std::array<std::vector<Lanes>, kBanks> banks_;
+  /// A kernel: for each of the sub-sample places its taps, then what to add to
+  /// them on the way to the next place; and the version of the code for this processor.
+  struct Bank {
+    std::vector<CacheLine> lines;
+    void (*read)(const CacheLine* lines, const SampleSource& source, const Phase* offsets, float* out,
+                 int count);
+  };
+  std::array<Bank, kBanks> banks_;  ///< the shortest first
 };
 
 }  // namespace vorn

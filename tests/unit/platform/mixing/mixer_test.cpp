@@ -176,6 +176,40 @@ TEST_F(MixerTest, AliasImageAndNoiseStayBelowSixtyDecibels) {
   }
 }
 
+TEST_F(MixerTest, DistortionAndNoiseStayBelowEightyDecibels) {
+  for (const int tone : {1000, 4000, 6000, 8000}) {
+    auto buffer = mixer.createBuffer(recordingOf(22050, sine(22050, tone, 0.9)));
+    render(1000);  // the last one's end
+    buffer->Play(1);
+    for (const int frequency : {22051, 22050, 23456, 26307, 30011}) {
+      buffer->SetFrequency(frequency);
+      render(1000);
+      const SineFit fit = fitSine(render(12000).left, static_cast<double>(tone) * frequency / 22050);
+      EXPECT_LT(decibels(fit.restRms / (fit.amplitude / std::numbers::sqrt2)), -80)
+          << tone << " Hz at " << frequency;
+    }
+  }
+}
+
+TEST(InterpolatorTest, GivesTheSameSamplesOnEveryProcessor) {
+  const Interpolator wider, plain(false);
+  const Signal recording = noise(500, 0.5, 3);
+  for (const bool looping : {false, true}) {
+    for (const double ratio : {0.3, 0.999, 1.05, 1.2, 1.5, 2.05, 2.3}) {
+      const auto step = static_cast<Phase>(ratio * 4294967296.0);
+      std::array<Phase, 63> offsets;
+      for (std::size_t i = 0; i < offsets.size(); ++i) offsets[i] = i * step;
+      for (const std::int64_t frame : {0, 10, 250, 480}) {
+        const SampleSource source{recording.data(), 500, looping, static_cast<Phase>(frame) << kPhaseBits};
+        std::array<float, 63> one, other;
+        wider.read(source, offsets.data(), step, one.data(), 63);
+        plain.read(source, offsets.data(), step, other.data(), 63);
+        EXPECT_EQ(one, other) << ratio << " from " << frame;
+      }
+    }
+  }
+}
+
 TEST_F(MixerTest, PlayedTooFastTheUpperOctaveIsLeftOutInsteadOfFoldedBack) {
   // 20 kHz of a 48 kHz recording, played at 96 kHz, would be 40 kHz: it must not come back as 8 kHz.
   auto buffer = mixer.createBuffer(recordingOf(48000, sine(48000, 20000, 0.9)));
