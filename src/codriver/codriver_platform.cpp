@@ -302,12 +302,9 @@ Codriver::Codriver(Platform& inner, const CodriverOptions& options)
 void Codriver::readSettings(const CodriverOptions& options) {
   const bool hasFile = files().find(kAidFile).has_value();
   introducesItself_ = options.introducesItself && !hasFile;
-  if (hasFile) {
-    std::optional<AidSettings> kept;
-    carryOn([&] { kept = aidsInFile(files().read(kAidFile)); });
-    isForgotten_ = !kept;
-    settings_ = kept.value_or(AidSettings{});
-  }
+  const auto kept = keptAids(files());
+  isForgotten_ = hasFile && !kept;
+  settings_ = kept.value_or(AidSettings{});
   if (options.aids) settings_.aids = *options.aids;
 }
 
@@ -507,6 +504,14 @@ void Codriver::waitForHandsOff() {
 }
 
 }  // namespace
+
+std::optional<AidSettings> keptAids(Files& files) {
+  std::optional<AidSettings> kept;
+  carryOn([&] {
+    if (files.find(kAidFile)) kept = aidsInFile(files.read(kAidFile));
+  });
+  return kept;
+}
 
 std::unique_ptr<CodriverPlatform> makeCodriverPlatform(Platform& inner, const CodriverOptions& options) {
   return std::make_unique<Codriver>(inner, options);

@@ -31,6 +31,9 @@ class CodriverPlatform : public ForwardingPlatform {
   using ForwardingPlatform::ForwardingPlatform;
 };
 
+/// What the player has set before; nothing where there is no file of it, or a damaged one.
+std::optional<AidSettings> keptAids(Files& files);
+
 /// A co-driver on top of `inner`, which is not owned.
 std::unique_ptr<CodriverPlatform> makeCodriverPlatform(Platform& inner, const CodriverOptions& options);
 

@@ -55,6 +55,14 @@ std::optional<AidSet> aidsNamed(std::string_view list) {
   return aids;
 }
 
+std::string aidList(const AidSet& aids) {
+  std::string list;
+  for (std::size_t i = 0; i < kAidKinds; ++i) {
+    if (aids[i] != 0) list += (list.empty() ? "" : ",") + std::string(kAidNames[i].word);
+  }
+  return list.empty() ? "none" : list;
+}
+
 std::string aidFileText(const AidSettings& settings) {
   std::vector<int> values{kVersion};
   values.insert(values.end(), settings.aids.begin(), settings.aids.end());

@@ -28,6 +28,8 @@ using AidSet = std::array<int, kAidKinds>;
 
 /// The aids of a list such as "turns,slider"; "none": none of them. Nothing where a word is none of theirs.
 std::optional<AidSet> aidsNamed(std::string_view list);
+/// Such a list of `aids`.
+std::string aidList(const AidSet& aids);
 
 /// How a turn is called.
 inline constexpr int kCallTones = 1, kCallNotes = 2, kCallBoth = 3;

@@ -45,8 +45,8 @@ int playOn(Platform& platform, GameState& game) {
   }
 }
 
-int playWithCodriver(Platform& platform, const DesktopRequest& request) {
-  const auto codriver = makeCodriverPlatform(platform, {.aids = request.aids, .introducesItself = true});
+int playWithCodriver(Platform& platform, const CodriverOptions& options) {
+  const auto codriver = makeCodriverPlatform(platform, options);
   GameState game(*codriver);
   codriver->watch(game);
   return playOn(*codriver, game);
@@ -118,8 +118,12 @@ int playOnDesktop(const DesktopRequest& request) {
     GameState game(*demonstration);
     return playOn(*demonstration, game);
   }
-  if (request.record.empty()) return playWithCodriver(*desktop, request);
-  return playWithCodriver(*makeRecordingPlatform(*desktop, request.record), request);
+  if (request.record.empty()) {
+    return playWithCodriver(*desktop, {.aids = request.aids, .introducesItself = true});
+  }
+  const AidSet aids = request.aids.value_or(keptAids(desktop->files()).value_or(AidSettings{}).aids);
+  const auto recorder = makeRecordingPlatform(*desktop, request.record, " --aids " + aidList(aids));
+  return playWithCodriver(*recorder, {.aids = aids});
 }
 
 void tellOfControllers() {

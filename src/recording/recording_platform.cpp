@@ -119,7 +119,7 @@ void copyPlayersFiles(Files& files, const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
   FolderFiles copies(folder);
-  for (const char* const kind : {".cfg", ".rec", ".txt"}) {
+  for (const char* const kind : {".cfg", ".rec", ".txt", ".ghost"}) {
     for (const std::string& name : files.list("vorn1", kind)) copies.write(name, files.read(name));
   }
 }
@@ -143,8 +143,9 @@ std::string optionsText(const Date& date, chr::seconds time, std::uint64_t seed,
 
 class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
  public:
-  RecordingPlatform(Platform& inner, const fs::path& script)
+  RecordingPlatform(Platform& inner, const fs::path& script, std::string furtherOptions)
       : ForwardingPlatform(inner),
+        furtherOptions_(std::move(furtherOptions)),
         file_(newFile(script)),
         writer_(file_),
         recorder_(writer_),
@@ -206,6 +207,7 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
     return static_cast<std::int32_t>(due_ - static_cast<std::uint32_t>(inner().tickCount()));
   }
 
+  const std::string furtherOptions_;
   std::ofstream file_;
   ScriptWriter writer_;
   InputRecorder recorder_;
@@ -225,7 +227,8 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
 /// The first time, which is when the game opens its voice, before anything else can happen.
 void RecordingPlatform::writeOptions(std::size_t voices) {
   if (std::exchange(hasOptions_, true)) return;
-  writer_.comment(optionsText(date_, time_, seed_, voices, !inner().attachedControllers().empty()));
+  writer_.comment(optionsText(date_, time_, seed_, voices, !inner().attachedControllers().empty()) +
+                  furtherOptions_);
 }
 
 void RecordingPlatform::doYield(int atMostMs) {
@@ -256,8 +259,9 @@ void RecordingPlatform::record(const char* statement) {
 
 }  // namespace
 
-std::unique_ptr<Platform> makeRecordingPlatform(Platform& inner, const fs::path& script) {
-  return std::make_unique<RecordingPlatform>(inner, script);
+std::unique_ptr<Platform> makeRecordingPlatform(Platform& inner, const fs::path& script,
+                                                const std::string& furtherOptions) {
+  return std::make_unique<RecordingPlatform>(inner, script, furtherOptions);
 }
 
 }  // namespace vorn

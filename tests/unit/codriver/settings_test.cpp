@@ -29,6 +29,13 @@ TEST(AidsNamed, AreThoseOfTheList) {
   EXPECT_EQ(aidsNamed("turns,slider,lights,warnings,laps,ghost"), (AidSet{1, 1, 1, 1, 1, 1}));
 }
 
+TEST(AidsNamed, ComeBackFromTheirList) {
+  for (const AidSet& aids :
+       {AidSet{}, AidSet{1, 0, 0, 0, 0, 0}, AidSet{0, 1, 0, 1, 0, 1}, AidSet{1, 1, 1, 1, 1, 1}}) {
+    EXPECT_EQ(aidsNamed(aidList(aids)), aids);
+  }
+}
+
 TEST(AidsNamed, AreNoneWhereAWordIsUnknown) {
   for (const char* list : {"", "turn", "Turns", "turns,", ",turns", "turns, slider", "turns,none", "none,"}) {
     EXPECT_FALSE(aidsNamed(list)) << list;
