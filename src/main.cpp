@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/common/utf8_path.h"
 #include "platform/common/voice_probe.h"
 #include "program/desktop_program.h"
 #include "program/ghost_exchange.h"
@@ -138,18 +139,18 @@ int play(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : kBadCommandLine;
   }
-  if (!folder.empty()) line.session.options.folder = folder;
+  if (!folder.empty()) line.session.options.folder = utf8Path(folder);
   if (line.speech == "espeak") line.session.options.speech = HeadlessSpeech::kEspeak;
   if (line.headless) return playHeadlessWithVoice(line);
   if (line.controllerInfo) {
     tellOfControllers();
     return 0;
   }
-  if (!line.importedGhost.empty()) return importGhost(folder, line.importedGhost);
+  if (!line.importedGhost.empty()) return importGhost(utf8Path(folder), utf8Path(line.importedGhost));
   if (!line.exportedGhost.second.empty()) {
-    return exportGhost(folder, line.exportedGhost.first, line.exportedGhost.second);
+    return exportGhost(utf8Path(folder), line.exportedGhost.first, utf8Path(line.exportedGhost.second));
   }
-  line.desktop.folder = folder;
+  line.desktop.folder = utf8Path(folder);
   line.desktop.speech = speechChoice(line.speech);
   line.desktop.aids = line.aids;
   try {

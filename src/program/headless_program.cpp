@@ -1,11 +1,13 @@
 #include "program/headless_program.h"
 
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <vector>
 
+#include "platform/common/utf8_path.h"
 #include "shell/start_up.h"
 #include "state/fields.h"
 #include "state/game_state.h"
@@ -75,7 +77,14 @@ void usePlainHelp(CLI::App& app) {
 
 void addFolderOption(CLI::App& app, std::string& folder) {
   app.add_option("--folder", folder, "folder of sounds, settings, records and log")
-      ->check(CLI::ExistingDirectory)
+      ->check([](const std::string& name) {
+        const std::filesystem::path path = utf8Path(name);
+        std::error_code error;
+        if (std::filesystem::is_directory(path, error)) return std::string();
+        return (std::filesystem::exists(path, error) ? "Directory is actually a file: "
+                                                     : "Directory does not exist: ") +
+               name;
+      })
       ->check([](const std::string& name) {
         return name.starts_with('-') ? "give a folder whose name begins with - as ./" + name : "";
       })

@@ -1,9 +1,8 @@
 #include "support/temporary_folder.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 
@@ -12,9 +11,13 @@ namespace vorn {
 namespace fs = std::filesystem;
 
 TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (fs::temp_directory_path() / "vorn1-test-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder: " + pattern);
-  path_ = pattern;
+  constexpr int kTries = 100;
+  std::random_device random;
+  for (int i = 0; i < kTries && path_.empty(); ++i) {
+    const fs::path place = fs::temp_directory_path() / ("vorn1-test-" + std::to_string(random()));
+    if (fs::create_directory(place)) path_ = place;  // else somebody else has it
+  }
+  if (path_.empty()) throw std::runtime_error("no temporary folder");
   fs::permissions(path_, fs::perms(0755));
 }
 

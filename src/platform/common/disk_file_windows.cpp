@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "platform/common/disk_file.h"
+#include "platform/common/utf8_path.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -144,7 +145,7 @@ bool isFileName(const std::string& name) {
 
 bool standsAs(const fs::path& folder, const std::string& name) {
   WIN32_FIND_DATAW found;
-  const fs::path path = folder / name;
+  const fs::path path = folder / utf8Path(name);
   const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return false;
   ::FindClose(search);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/common/disk_file.h"
+#include "platform/common/utf8_path.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -35,6 +36,15 @@ bool isRegular(const fs::path& path) {
   return fs::is_regular_file(path, ignored);
 }
 
+/// Empty for a name that is no text, which some disks have: it is nobody's of ours.
+std::string nameOf(const fs::path& path) {
+  try {
+    return path.filename().string();
+  } catch (const fs::filesystem_error&) {
+    return "";
+  }
+}
+
 /// The names of the regular files of `folder` that `matches` accepts, in no
 /// order; none where the folder cannot be read.
 template <typename Matches>
@@ -42,7 +52,7 @@ std::vector<std::string> regularFiles(const fs::path& folder, Matches matches) {
   std::vector<std::string> names;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-    std::string name = entry->path().filename().string();
+    std::string name = nameOf(entry->path());
     if (matches(name) && isRegular(entry->path())) names.push_back(std::move(name));
   }
   return names;
@@ -112,7 +122,7 @@ std::vector<std::string> FolderFiles::list(const std::string& prefix, const std:
 fs::path FolderFiles::pathOf(const char* call, const std::string& name) {
   const auto found = find(name);
   if (!found) throw PlatformError(call, name, "there is no such file");
-  return folder_ / *found;
+  return folder_ / utf8Path(*found);
 }
 
 std::string FolderFiles::nameToWrite(const char* call, const std::string& name) {
@@ -120,7 +130,7 @@ std::string FolderFiles::nameToWrite(const char* call, const std::string& name) 
   const auto found = find(name);
   std::error_code error;
   const fs::file_status place =
-      fs::status(folder_ / name, error);  // looked at once: others may write here too
+      fs::status(folder_ / utf8Path(name), error);  // looked at once: others may write here too
   if (!found && fs::exists(place) && !fs::is_regular_file(place)) {
     throw PlatformError(call, name, kNoRegularFile);
   }
@@ -141,13 +151,13 @@ std::string FolderFiles::read(const std::string& name) {
 void FolderFiles::write(const std::string& name, const std::string& bytes) {
   const std::string stored = nameToWrite("write", name);
   removeLeftovers(folder_);
-  replaceFile("write", name, folder_ / stored, folder_ / temporaryName(stored), bytes);
+  replaceFile("write", name, folder_ / utf8Path(stored), folder_ / utf8Path(temporaryName(stored)), bytes);
   tell("write", stored);
 }
 
 void FolderFiles::append(const std::string& name, const std::string& bytes) {
   const std::string stored = nameToWrite("append", name);
-  appendToFile("append", name, folder_ / stored, bytes);
+  appendToFile("append", name, folder_ / utf8Path(stored), bytes);
   tell("append", stored);
 }
 

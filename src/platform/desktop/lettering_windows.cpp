@@ -1,9 +1,9 @@
 #include <windows.h>
 
-#include <filesystem>
 #include <memory>
 #include <type_traits>
 
+#include "platform/common/utf8_path.h"
 #include "platform/desktop/lettering.h"
 
 namespace vorn {
@@ -30,7 +30,7 @@ Lettering::~Lettering() = default;
 Lettering::Picture Lettering::write(const std::string& text, SDL_Color colour, int height, int width) {
   Picture picture(nullptr, SDL_FreeSurface);
   const HDC canvas = font_->canvas;
-  const std::wstring letters = std::filesystem::path(text).wstring();
+  const std::wstring letters = utf8Path(text).wstring();
   const auto count = static_cast<int>(letters.size());
   const Drawing<HFONT> font(
       ::CreateFontW(height, 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,

@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/desktop/speech_service.h"
-#include "platform/desktop/watchdog.h"
+#include "platform/common/speech_service.h"
+#include "platform/common/watchdog.h"
 
 namespace vorn {
 

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <iostream>
 
+#include "platform/common/utf8_path.h"
+
 namespace vorn {
 namespace {
 
@@ -15,8 +17,8 @@ template <typename Stream, typename File>
 Stream& open(File& file, Stream& standard, const char* what, const std::string& name) {
   if (name == kStandard) return standard;
   std::error_code ignored;
-  if (std::filesystem::is_directory(name, ignored)) throw PlatformError(what, name, "is a folder");
-  file.open(std::filesystem::path(name),
+  if (std::filesystem::is_directory(utf8Path(name), ignored)) throw PlatformError(what, name, "is a folder");
+  file.open(utf8Path(name),
             std::ios::binary | (std::is_same_v<File, std::ifstream> ? std::ios::in : std::ios::out));
   if (!file) throw PlatformError(what, name, std::strerror(errno));
   return file;
