@@ -135,7 +135,7 @@ void Controllers::Device::SetAxisProperty(AxisProperty property, int object, int
 
 JoystickState Controllers::Device::reading() const {
   ControllerReading now = controller_->read();
-  if (owner_.pedals_ && isWheel()) {
+  if (owner_.pedals_ && isWheel() && isAttached()) {
     const ControllerReading pedals = owner_.pedals_->read();
     now.gas = std::max(now.gas, pedals.gas);
     now.brake = std::max(now.brake, pedals.brake);
@@ -198,14 +198,14 @@ void Controllers::findPedals() {
 
 /// Takes notice of what has been plugged in or out since it was last looked at.
 void Controllers::lookAround() {
+  for (Device* device : devices_) {
+    device->lookAfterPlug(news_);
+  }
   const Instances before = std::exchange(known_, instances());
   if (known_ == before) {
     return;
   }
   lookAfterPedals();
-  for (Device* device : devices_) {
-    device->lookAfterPlug(news_);
-  }
   const bool isOneInUse = std::any_of(devices_.begin(), devices_.end(),
                                       [](const Device* device) { return device->isAttached(); });
   for (int index = 0; index < SDL_NumJoysticks() && !isOneInUse; ++index) {

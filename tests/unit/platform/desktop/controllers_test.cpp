@@ -325,6 +325,19 @@ TEST_F(ControllersTest, PedalsWithAPlugOfTheirOwnJoinTheFirstWheel) {
   EXPECT_EQ(y(), -10000);
 }
 
+TEST_F(ControllersTest, PedalsOfAWheelThatIsUnpluggedDriveNothing) {
+  VirtualController pedals({.axes = {kLow, kLow, kLow}, .buttons = 0, .name = "Sim Pedals"});
+  VirtualController wheel({.axes = {0, kHigh, kHigh, kHigh}, .vendor = 0x046d, .product = 0xc24f});
+  const auto device = acquired(wheel);
+  yield();
+  pedals.axis(0, kHigh);
+  yield();
+  EXPECT_EQ(device->GetDeviceStateJoystick().y, -10000);
+  wheel.unplug();
+  yield();
+  EXPECT_EQ(device->GetDeviceStateJoystick().y, 0);
+}
+
 TEST_F(ControllersTest, PedalsDoNotJoinAGamepad) {
   VirtualController pad(gamepad());
   const auto device = acquired(pad);
