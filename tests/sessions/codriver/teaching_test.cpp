@@ -139,6 +139,42 @@ TEST_F(Taught, EverySoundOfTheTourCanBeHeard) {
   EXPECT_THAT(trace.texts("error"), IsEmpty());
 }
 
+TEST_F(Taught, StartPitRoadCrashAndResultsCanBeHeardToo) {
+  session.script(menuEnter() + "wait say  Learn the sounds. \nwait 900\n" + menuUp(4));
+  for (const int count : {5, 6, 5, 1}) {
+    session.script(menuEnter() + "wait 900\n");
+    for (int i = 0; i < count; ++i) session.script((i > 0 ? menuDown() : "") + menuEnter() + "wait 9000\n");
+    session.script("tap Escape\nwait 900\n" + menuDown());
+  }
+  const TraceRecord& trace = leave(2);
+  for (const char* file : {"vorn0", "vorn2", "vorn3", "vorn5", "vorn15", "vorn11", "vorn12", "vorn13",
+                           "vorn14", "vorn6", "vorn25"}) {
+    EXPECT_THAT(trace.soundsOf("oneShotBuffer"), Contains("create " + std::string(file) + ".wav"));
+  }
+  for (const char* file : {"vorn28", "vorn26", "vorn27", "vorn1t73"}) {
+    EXPECT_THAT(trace.soundsOf("panBuffer"), Contains("create " + std::string(file) + ".wav"));
+  }
+  EXPECT_THAT(trace.soundsOf("sound4Buffer"), Contains("Play 0"));
+  EXPECT_THAT(trace.soundsOf("warnBuffer"), Contains("create vorn1t72.wav"));
+}
+
+TEST_F(Taught, TheWallsAreHeardFromOneSideToTheOther) {
+  session.script(menuEnter() + "wait say  Learn the sounds. \nwait 900\n" + menuDown() + menuEnter() +
+                 "wait 900\n" + menuEnter() + "wait 8000\n");
+  const TraceRecord& trace = leave(3);
+  const auto loudest = [&](const char* buffer) {
+    int most = -10000;
+    bool isAtRest = true;  // until the first step it is as loud as it was loaded
+    for (const std::string& done : trace.soundsOf(buffer)) {
+      isAtRest = isAtRest && done != "Play 1";
+      if (!isAtRest && done.starts_with("SetVolume ")) most = std::max(most, std::stoi(done.substr(10)));
+    }
+    return most;
+  };
+  EXPECT_NEAR(loudest("wallLeftBuffer"), -40, 40) << "at the left wall";
+  EXPECT_NEAR(loudest("wallRightBuffer"), -40, 40) << "at the right wall";
+}
+
 // --- Previews
 
 TEST_F(Taught, ATrackIsDrivenGentlyAndTold) {
@@ -184,6 +220,13 @@ TEST_F(Taught, EachSegmentIsToldBeforeItComes) {
 TEST_F(Taught, AnyKeyStopsAPreview) {
   take(kPreview).script("wait say  Preview a track. \nwait 900\n" + menuEnter() + "wait 900\n" + menuEnter());
   session.script("wait tick 30\ntap A\nwait say  The lap was stopped. \n");
+  const TraceRecord& trace = leave(3);
+  EXPECT_THAT(trace.ticks(), SizeIs(testing::Lt(50U)));
+}
+
+TEST_F(Taught, TheKeyThatStopsAPreviewBeginsNoOtherWhileItIsHeld) {
+  take(kPreview).script("wait say  Preview a track. \nwait 900\n" + menuEnter() + "wait 900\n" + menuEnter());
+  session.script("wait tick 30\npress Enter\nwait say  The lap was stopped. \nwait 2000\nrelease Enter\n");
   const TraceRecord& trace = leave(3);
   EXPECT_THAT(trace.ticks(), SizeIs(testing::Lt(50U)));
 }
