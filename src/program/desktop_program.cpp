@@ -115,8 +115,7 @@ int playOnDesktop(const DesktopRequest& request) {
   }
   if (request.demonstration) {
     const auto demonstration = makeDemoPlatform(*desktop, request.track, captions);
-    GameState game(*demonstration);
-    return playOn(*demonstration, game);
+    return playWithCodriver(*demonstration, {.aids = request.aids.value_or(AidSet{})});
   }
   if (request.record.empty()) {
     return playWithCodriver(*desktop, {.aids = request.aids, .introducesItself = true});
