@@ -251,13 +251,13 @@ Interpolator::Interpolator(bool mayBeWider) {
   static_assert(kKernels.size() == kBanks);
   for (std::size_t bank = 0; bank < kBanks; ++bank) {
     const auto& [stretch, taps, reader] = kKernels[bank];
-    const int linesARow = 2 * taps / kTapsALine;
+    const auto linesARow = static_cast<std::size_t>(2 * taps / kTapsALine);
     auto& lines = banks_[bank].lines;
-    lines.resize(static_cast<std::size_t>(kPlaces * linesARow));
+    lines.resize(kPlaces * linesARow);
     auto row = tapsFor(0, taps, kCutoff / stretch);
-    for (int place = 0; place < kPlaces; ++place) {
-      const auto next = tapsFor((place + 1.0) / kPlaces, taps, kCutoff / stretch);
-      writeRow(&lines[static_cast<std::size_t>(place * linesARow)], taps, row, next);
+    for (std::size_t place = 0; place < kPlaces; ++place) {
+      const auto next = tapsFor(static_cast<double>(place + 1) / kPlaces, taps, kCutoff / stretch);
+      writeRow(&lines[place * linesARow], taps, row, next);
       row = next;
     }
     banks_[bank].read = reader(mayBeWider);

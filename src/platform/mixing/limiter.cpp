@@ -1,7 +1,9 @@
 #include "platform/mixing/limiter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numbers>
 
 namespace vorn {
 namespace {
@@ -12,18 +14,61 @@ constexpr double kRecovery = 1 / (0.080 * 48000);
 /// Gains nearer to 1 than this are 1: nobody hears the difference.
 constexpr double kAlmostOne = 0.9999;
 
+/// The curve as it is estimated never rises above so many times its highest sample.
+constexpr float kHighestCurve = 1.9F;
+
 }  // namespace
+
+/// The points lie a quarter, a half and three quarters of the way between the two frames in the middle;
+/// each is a sum of all frames weighted with a sinc in a cosine bell.
+Limiter::Limiter() {
+  for (int point = 0; point < kCurvePoints; ++point) {
+    std::array<double, kCurveFrames> weights;
+    double sum = 0;
+    for (int frame = 0; frame < kCurveFrames; ++frame) {
+      const double turn =
+          std::numbers::pi * (frame - (kCurveFrames / 2 - 1) - (point + 1.0) / (kCurvePoints + 1));
+      weights[frame] = std::sin(turn) / turn * std::pow(std::cos(turn / kCurveFrames), 2);
+      sum += weights[frame];
+    }
+    std::transform(weights.begin(), weights.end(), curve_[point].begin(),
+                   [&](double weight) { return static_cast<float>(weight / sum); });
+  }
+}
 
 void Limiter::process(float* left, float* right, int count) {
   for (int i = 0; i < count; ++i) {
-    const float gain = gainFor(std::max(std::abs(left[i]), std::abs(right[i])));
     Frame& place = delayed_[at_];
     const Frame due = place;
     place = {left[i], right[i]};
     at_ = (at_ + 1) % kDelay;
+    const float gain = gainFor(peakWith(place));
     left[i] = due.left * gain;
     right[i] = due.right * gain;
   }
+}
+
+/// The height of the latest frame, or of the curve through the latest of which it is the last one.
+float Limiter::peakWith(const Frame& latest) {
+  const float peak = std::max(std::abs(latest.left), std::abs(latest.right));
+  quietFor_ = peak * kHighestCurve > kCeiling ? 0 : quietFor_ + 1;
+  return quietFor_ < kCurveFrames ? std::max(peak, curvePeak()) : peak;
+}
+
+float Limiter::curvePeak() const {
+  std::array<float, kCurvePoints> left{}, right{};
+  for (int i = 0; i < kCurveFrames; ++i) {
+    const Frame& frame = delayed_[(at_ + kDelay - kCurveFrames + i) % kDelay];
+    for (int point = 0; point < kCurvePoints; ++point) {
+      left[point] += frame.left * curve_[point][i];
+      right[point] += frame.right * curve_[point][i];
+    }
+  }
+  float peak = 0;
+  for (int point = 0; point < kCurvePoints; ++point) {
+    peak = std::max({peak, std::abs(left[point]), std::abs(right[point])});
+  }
+  return peak;
 }
 
 /// The gain for the frame that is due now, `peak` being the one coming in. Each
@@ -44,11 +89,11 @@ float Limiter::gainFor(float peak) {
   } else {
     untouchedFor_ = 0;
   }
-  double& oldest = smoothed_[frame_ % kDelay];
+  double& oldest = smoothed_[frame_ % kWayDown];
   smoothedSum_ += released_ - oldest;
   oldest = released_;
   ++frame_;
-  return static_cast<float>(std::min(1.0, smoothedSum_ / kDelay));
+  return static_cast<float>(std::min(1.0, smoothedSum_ / kWayDown));
 }
 
 float Limiter::lowestOfWindow(float wanted) {
