@@ -163,7 +163,11 @@ std::string encodeGhosts(const GhostFile& file) {
   put(bytes, static_cast<std::uint64_t>(file.track));
   put(bytes, file.ghosts.size());
   for (const GhostLap& lap : file.ghosts) putLap(bytes, lap);
-  return bytes + checksumBytes(bytes);
+  return withChecksum(bytes);
+}
+
+std::string withChecksum(const std::string& content) {
+  return content + checksumBytes(content);
 }
 
 GhostReading decodeGhosts(const std::string& bytes) {

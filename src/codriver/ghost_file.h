@@ -28,6 +28,9 @@ inline constexpr std::size_t kMostGhostPlaces = 3000;
 /// Times are kept to a thousandth of a tick, distances and places across the road to a tenth of a unit.
 std::string encodeGhosts(const GhostFile& file);
 
+/// A file of everything that stands before the checksum.
+std::string withChecksum(const std::string& content);
+
 /// What is wrong with a file.
 enum class GhostFault { kNone, kDamaged, kOtherVersion };
 
