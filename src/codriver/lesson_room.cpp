@@ -9,6 +9,7 @@
 #include "race/controls.h"
 #include "sound/playback.h"
 #include "speech/speech.h"
+#include "tracks/catalogue.h"
 
 namespace vorn {
 namespace {
@@ -74,7 +75,7 @@ LessonVerdict attempt(GameState& g, TaughtPlatform& platform, const Lesson& less
     platform.onController = [&](JoystickState& controller) { pedals.press(controller); };
     readController(g);
   }
-  driveLap(g, scene.track,
+  driveLap(g, scene.track, *allTracks()[static_cast<std::size_t>(scene.track - 1)],
            {.lapPosition = scene.lapPosition,
             .lateralPosition = scene.lateralPosition,
             .speed = scene.speed,

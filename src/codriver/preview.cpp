@@ -19,6 +19,7 @@ namespace {
 constexpr int kVirtualEscape = 27;
 constexpr double kSaidAhead = 4;       // seconds of race time before a segment
 constexpr double kOneTickOfGas = 2.7;  // mph at most
+constexpr const char* kBridge = " At this pace you do not jump: there is a bridge over the swimming hole. ";
 constexpr CarPlace kRolling{.lapPosition = 0, .lateralPosition = 50, .speed = 30, .gear = 1};
 
 struct Pace {
@@ -81,7 +82,33 @@ class Guide {
   std::size_t told_ = 0;
 };
 
+/// A track whose swimming hole can be crossed at any speed.
+class BridgedTrack {
+ public:
+  explicit BridgedTrack(const Track& track)
+      : segments_(track.segments.begin(), track.segments.end()), track_(track) {
+    for (Segment& segment : segments_) segment.atEnd = nullptr;
+    track_.segments = segments_;
+  }
+  BridgedTrack(const BridgedTrack&) = delete;
+  BridgedTrack& operator=(const BridgedTrack&) = delete;
+
+  const Track& track() const { return track_; }
+
+ private:
+  std::vector<Segment> segments_;
+  Track track_;
+};
+
+bool hasJump(const Track& track) {
+  return std::any_of(track.segments.begin(), track.segments.end(),
+                     [](const Segment& segment) { return segment.atEnd != nullptr; });
+}
+
 void preview(Cabin& cabin, int track, double topSpeed) {
+  const Track& real = *allTracks()[static_cast<std::size_t>(track - 1)];
+  const BridgedTrack bridged(real);
+  const bool isBridged = hasJump(real) && topSpeed < kWheelSkill.jumpSpeed;
   TaughtPlatform platform(cabin.game.platform, cabin.seat);
   GuestGame guest(platform, cabin.seat);
   GameState& g = guest.state;
@@ -92,9 +119,10 @@ void preview(Cabin& cabin, int track, double topSpeed) {
   g.joystickDevice.reset();
   g.autoSpeedometer = kOff;
   g.autoGearAnnounce = kOff;
-  Guide guide(g, *allTracks()[static_cast<std::size_t>(track - 1)], topSpeed);
+  if (isBridged) say2(g, kBridge);
+  Guide guide(g, real, topSpeed);
   platform.onTick = [&](const TickReport& tick) { guide.drive(tick); };
-  const bool isCompleted = driveLap(g, track, kRolling);
+  const bool isCompleted = driveLap(g, track, isBridged ? bridged.track() : real, kRolling);
   stopspeech(g);
   say2(g, isCompleted ? " That was the lap. " : " The lap was stopped. ");
   releaseSounds(g);

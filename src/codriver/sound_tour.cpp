@@ -291,7 +291,9 @@ void hear(GameState& g, const TourSound& sound) {
   restore(g);
   carryOn([&] { sound.play(g); });
   restore(g);
+  const bool isAnothersSound = g.wallSound != options.wallSound || g.engineSound != options.engineSound;
   static_cast<OptionsState&>(g) = options;
+  if (isAnothersSound) setwaves(g);
   g.inputDevice = device;
   clk(g);
 }

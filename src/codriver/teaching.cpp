@@ -5,7 +5,6 @@
 #include "race/drive_train.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
-#include "tracks/catalogue.h"
 #include "tracks/runner.h"
 
 namespace vorn {
@@ -93,15 +92,14 @@ void openSounds(GameState& g) {
   setwaves(g);
 }
 
-bool driveLap(GameState& g, int track, const CarPlace& place) {
-  const Track& driven = *allTracks()[static_cast<std::size_t>(track - 1)];
+bool driveLap(GameState& g, int track, const Track& road, const CarPlace& place) {
   g.trackChoice = track;
-  putCar(g, driven, place);
+  putCar(g, road, place);
   sars(g);
   resetEnginePitch(g);
   g.engineBuffer->SetVolume(g.soundVolume);
   g.engineBuffer->Play(SoundBuffer::kLooping);
-  const bool isCompleted = driveLaps(g, driven);
+  const bool isCompleted = driveLaps(g, road);
   stopall(g);
   stopOneShot(g);
   g.escapePressed = 0;

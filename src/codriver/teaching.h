@@ -34,9 +34,9 @@ struct CarPlace {
 /// Opens the sound of a guest's game and loads what a race needs. Throws `PlatformError`.
 void openSounds(GameState& g);
 
-/// Drives one lap of `track` (1 .. 10) from `place` on, in motion and without a start. Returns whether it was
-/// completed: not where `escapePressed` became 1, by the player or by whoever watches the ticks. All is
-/// silent and `escapePressed` 0 afterwards. Waits.
-bool driveLap(GameState& g, int track, const CarPlace& place);
+/// Drives one lap of `road`, which is track 1 .. 10 or what has been made of it, from `place` on, in motion
+/// and without a start. Returns whether it was completed: not where `escapePressed` became 1, by the player
+/// or by whoever watches the ticks. All is silent and `escapePressed` 0 afterwards. Waits.
+bool driveLap(GameState& g, int track, const Track& road, const CarPlace& place);
 
 }  // namespace vorn
