@@ -63,8 +63,8 @@ std::string purposeOf(const Axis& axis, int value, const InputState& maps) {
 std::string purposeOf(int button, const InputState& maps) {
   std::string purposes;
   for (const Button& mapped : kButtons) {
-    if (maps.*mapped.map == button)
-      purposes += (purposes.empty() ? "" : " and ") + std::string(mapped.purpose);
+    if (maps.*mapped.map != button) continue;
+    purposes += (purposes.empty() ? "" : " and ") + std::string(mapped.purpose);
   }
   return purposes.empty() ? kNothing : purposes;
 }

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-constexpr int kDecibel = 100;  // in hundredths
+constexpr double kDecibel = 100;  // in hundredths
 constexpr int kStep = 300;
 constexpr int kAheadStep = 5;  // tenths of a second
 
@@ -86,8 +86,9 @@ void offerRows(GameState& g, const std::string& title, std::vector<SettingRow> r
 
 std::vector<SettingRow> aidRows(AidSettings& settings) {
   std::vector<SettingRow> rows;
-  for (std::size_t i = 0; i < kAidKinds; ++i)
+  for (std::size_t i = 0; i < kAidKinds; ++i) {
     rows.push_back({kAidNames[i].spoken, settings.aids[i], offAndOn()});
+  }
   rows.push_back({"turns are called by",
                   settings.callStyle,
                   {{kCallTones, "two tones"}, {kCallNotes, "words"}, {kCallBoth, "tones and words"}}});

@@ -94,8 +94,8 @@ void ToneBoard::moveTo(std::uint32_t now) {
     while (!voice.beeps.empty()) {
       const Beep& beep = voice.beeps.front();
       const auto passed = static_cast<std::int32_t>(now - voice.began);
-      if (passed >= beep.startMs && !std::exchange(voice.isBeeping, passed >= beep.startMs))
-        sound(i, beep.tone);
+      if (passed < beep.startMs) break;
+      if (!std::exchange(voice.isBeeping, true)) sound(i, beep.tone);
       if (passed < beep.startMs + beep.lengthMs) break;
       sound(i, std::nullopt);
       voice.isBeeping = false;

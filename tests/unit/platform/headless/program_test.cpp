@@ -54,7 +54,7 @@ TEST_F(Program, ExplainsItself) {
   EXPECT_EQ(help.exitStatus, 0);
   for (const char* option :
        {"--headless", "--script", "--trace", "--folder", "--render", "--controller", "--voices", "--speech",
-        "--seed", "--date", "--time", "--tick-count", "--limit"}) {
+        "--seed", "--date", "--time", "--tick-count", "--limit", "--aids"}) {
     EXPECT_THAT(help.output, HasSubstr(option));
   }
   const Finished version = runProgram({VORN_PROGRAM, "--version"});
@@ -79,6 +79,9 @@ TEST_F(Program, RefusesABadCommandLine) {
   EXPECT_THAT(refused({"--headless", "--seed", "x"}), HasSubstr("--seed"));
   EXPECT_THAT(refused({"--headless", "--tick-count", "2147483648"}), HasSubstr("--tick-count"));
   EXPECT_THAT(refused({"--headless", "--limit", "-1"}), HasSubstr("--limit"));
+  for (const char* aids : {"", "turn", "turns,", "turns none"}) {
+    EXPECT_THAT(refused({"--headless", "--aids", aids}), HasSubstr("--aids"));
+  }
   for (const char* date : {"2026-02-29", "2026-13-01", "26-01-01", "2026/01/01", "2026-1-1", "today", ""}) {
     EXPECT_THAT(refused({"--headless", "--date", date}), HasSubstr("--date"));
   }
@@ -100,6 +103,14 @@ TEST_F(Program, PlaysAndEndsWithTheGame) {
   EXPECT_THAT(finished.output, StartsWith("{\"ms\":0,\"ev\":\"window\",\"caption\":"));
   EXPECT_THAT(finished.output, HasSubstr(" Thank you for playing"));
   EXPECT_EQ(finished.errors, "");
+}
+
+TEST_F(Program, SwitchesAidsOn) {
+  const std::string script =
+      atMainMenu() + toTrack(1) + enterLaps("1") + startOnKeyboard() + "tap F2\nwait 100\nend";
+  EXPECT_THAT(play({"--trace", "-", "--aids", "turns,laps"}, script).output,
+              HasSubstr(" On: turn calls, lap times. "));
+  EXPECT_THAT(play({"--trace", "-"}, script).output, HasSubstr(" No aids are on. "));
 }
 
 TEST_F(Program, ReportsALineItDoesNotUnderstand) {
