@@ -32,7 +32,10 @@ void CaptionPainter::paint(SDL_Surface& surface) {
 /// Returns where the next text goes.
 int CaptionPainter::paintText(SDL_Surface& surface, const std::string& text, SDL_Color colour, int top) {
   const int width = std::max(surface.w - 2 * kMargin, 1);
-  const Lettering::Picture letters = lettering_.write(text, colour, surface.h / kLinesInWindow, width);
+  if (!lettering_) {
+    lettering_.emplace();
+  }
+  const Lettering::Picture letters = lettering_->write(text, colour, surface.h / kLinesInWindow, width);
   if (!letters) {
     return top;
   }

@@ -6,6 +6,7 @@
 #include <SDL_surface.h>
 
 #include <deque>
+#include <optional>
 #include <string>
 
 #include "platform/desktop/lettering.h"
@@ -22,8 +23,8 @@ class CaptionPainter {
  private:
   int paintText(SDL_Surface& surface, const std::string& text, SDL_Color colour, int top);
 
-  Lettering lettering_;
-  std::deque<std::string> texts_;  ///< the latest first
+  std::optional<Lettering> lettering_;  ///< from the first text on: finding a font takes its time
+  std::deque<std::string> texts_;       ///< the latest first
 };
 
 }  // namespace vorn
