@@ -12,7 +12,7 @@ const npm = createRequire(join(top, "build/web/npm/"));
 export const axe = readFileSync(npm.resolve("axe-core/axe.min.js"), "utf8");
 const puppeteer = (await import(pathToFileURL(npm.resolve("puppeteer-core")).href)).default;
 
-const LONG = 120000;
+const LONG = 90000;
 const TYPES = { ".html": "text/html", ".js": "text/javascript", ".json": "application/json", ".wasm": "application/wasm", ".svg": "image/svg+xml" };
 
 /** Any host that knows nothing of headers: the service worker has to do. */

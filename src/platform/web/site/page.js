@@ -389,14 +389,23 @@ async function isolated() {
   return crossOriginIsolated;
 }
 
-/** Two games would write over each other's files. @returns {Promise<boolean>} */
-function onlyOne() {
-  return new Promise((resolve) => {
-    void navigator.locks.request("vorn1", { ifAvailable: true }, (lock) => {
-      resolve(lock !== null);
-      return lock === null ? undefined : new Promise(() => {});
+/**
+ * Two games would write over each other's files. A page that is being left, by a reload of
+ * this one for instance, takes a moment to let go.
+ * @returns {Promise<boolean>}
+ */
+async function onlyOne() {
+  for (let attempt = 0; attempt < 20; ++attempt) {
+    const isMine = await new Promise((resolve) => {
+      void navigator.locks.request("vorn1", { ifAvailable: true }, (lock) => {
+        resolve(lock !== null);
+        return lock === null ? undefined : new Promise(() => {});
+      });
     });
-  });
+    if (isMine) return true;
+    await pass(250);
+  }
+  return false;
 }
 
 async function begin() {

@@ -70,7 +70,7 @@ export class PlayerFiles {
 
   /** @returns {Promise<Blob>} */
   async exported() {
-    return new Blob([new Uint8Array(zipSync(Object.fromEntries(await this.all())))], { type: "application/zip" });
+    return new Blob([new Uint8Array(zipSync(Object.fromEntries(await this.all()), {}))], { type: "application/zip" });
   }
 
   /**
@@ -79,7 +79,7 @@ export class PlayerFiles {
    * @returns {Promise<number>} how many there were
    */
   async import(zip) {
-    const files = Object.entries(unzipSync(zip)).filter(([name]) => /^vorn1[^/]*\.(cfg|rec|txt|ghost)$/i.test(name));
+    const files = Object.entries(unzipSync(zip, {})).filter(([name]) => /^vorn1[^/]*\.(cfg|rec|txt|ghost)$/i.test(name));
     await this.change((store) => files.forEach(([name, bytes]) => store.put(bytes, name)));
     return files.length;
   }
