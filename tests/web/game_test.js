@@ -105,8 +105,7 @@ test("the first visit asks for voice and keys, and keeps both", async () => {
   const at = await player.hears(MENU);
   assert.match((await stored(player))["vorn1key.cfg"], /^(\d+\r\n){10}30\r\n44\r\n/);
   assert.match(await player.page.evaluate(() => localStorage.getItem("vorn1.voice") ?? ""), /^reader \d/);
-  await player.page.reload();
-  await player.until(() => document.getElementById("state")?.textContent === "Ready.");
+  await player.reload();
   await player.page.focus("#start");
   await player.page.keyboard.press("Enter");
   await player.hears(MENU);
@@ -136,8 +135,7 @@ test("what is chosen is there after a reload, also without a network", async () 
   });
   const options = (await stored(player))["vorn1ops.cfg"];
   host.isDown = true;
-  await player.page.reload();
-  await player.until(() => document.getElementById("state")?.textContent === "Ready.");
+  await player.reload();
   await player.start();
   await player.hears(MENU);
   assert.equal((await stored(player))["vorn1ops.cfg"], options);
@@ -162,8 +160,7 @@ test("a race is driven by captions, and the browser asks before it is left", asy
     await player.page.close({ runBeforeUnload: true });
     assert.equal(await asked, "beforeunload");
   }
-  await player.page.reload({ waitUntil: "domcontentloaded" }).catch(() => {});
-  await player.until(() => document.getElementById("state")?.textContent === "Ready.");
+  await player.reload();
   for (const text of Object.values(await stored(player))) assert.doesNotMatch(text, /\0{16}/, "half written");
 });
 

@@ -376,7 +376,8 @@ function offerFiles() {
 /** Threads need two headers, which the service worker sends where the host does not: from the second load on. */
 async function isolated() {
   if ("serviceWorker" in navigator) {
-    await navigator.serviceWorker.register("sw.js").catch(() => {});
+    // Not waited for: a registration that is there already may take its time to look for a newer one.
+    navigator.serviceWorker.register("sw.js").catch(() => {});
     if (!crossOriginIsolated && !sessionStorage.getItem("vorn1.reloaded")) {
       await navigator.serviceWorker.ready;
       sessionStorage.setItem("vorn1.reloaded", "yes");
