@@ -129,10 +129,7 @@ test("what is chosen is there after a reload, also without a network", async () 
   await player.tap("Enter");
   await player.hears("automatic speedometer", at);
   await player.tap("Enter");
-  await player.until(async () => {
-    const { PlayerFiles } = await import("./store.js");
-    return (await (await PlayerFiles.open()).all()).has("vorn1ops.cfg");
-  });
+  while (!("vorn1ops.cfg" in await stored(player))) await new Promise((resolve) => setTimeout(resolve, 100));
   const options = (await stored(player))["vorn1ops.cfg"];
   host.isDown = true;
   await player.reload();
@@ -160,6 +157,7 @@ test("a race is driven by captions, and the browser asks before it is left", asy
     await player.page.close({ runBeforeUnload: true });
     assert.equal(await asked, "beforeunload");
   }
+  player.page.on("dialog", (dialog) => void dialog.accept());
   await player.reload();
   for (const text of Object.values(await stored(player))) assert.doesNotMatch(text, /\0{16}/, "half written");
 });
