@@ -3,6 +3,7 @@
 /// and whether the walls tell where across the track the car is.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,20 +35,26 @@ struct TestDrive {
   std::vector<CueHeard> cues;     ///< a segment each
   std::vector<WallsHeard> walls;  ///< from the left to the right
   double peak;                    ///< the highest sample, full scale is 1
+  double limited;                 ///< share of its moments of 10 ms in which the limiter holds a peak
   int longestPlateau;             ///< samples in a row at the height of the highest
 };
 
-/// Drives a lap of track 1 .. 10 with the sounds of `folder`, where nothing is
-/// written. All that is heard, from the title to the farewell, also goes to
-/// `recording` (not owned; null: nowhere). Takes a few seconds. Throws
+/// Which lap.
+struct Lap {
+  int track;       ///< 1 .. 10
+  int engine = 1;  ///< engine sound, 1 .. 6
+};
+
+/// Drives a lap with the sounds of `folder`, where nothing is written. All that is heard, from the title to
+/// the farewell, also goes to `recording` (not owned; null: nowhere). Takes a few seconds. Throws
 /// `std::runtime_error` where the lap is not finished.
-TestDrive driveLap(int track, const std::string& folder, RenderSink* recording);
+TestDrive driveLap(const Lap& lap, const std::string& folder, RenderSink* recording);
 
 /// Why a driver could not rely on what is heard; empty where all is well.
 std::vector<std::string> faultsOf(const TestDrive& drive);
 
-/// Drives all tracks; what is heard goes to `recordings` (made where it is
-/// missing), a WAV file a track. Says on standard output how each was; returns whether all is well.
-bool driveAllTracks(const std::string& folder, const std::string& recordings);
+/// Drives all tracks with each of `engines`; what is heard goes to `recordings` (made where it is
+/// missing), a WAV file a lap. Says on standard output how each was; returns whether all is well.
+bool driveAllTracks(const std::string& folder, const std::string& recordings, std::span<const int> engines);
 
 }  // namespace vorn

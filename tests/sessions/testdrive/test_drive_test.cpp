@@ -13,20 +13,31 @@ namespace {
 
 using testing::HasSubstr;
 
-class TestDrives : public testing::TestWithParam<int> {};
+// The limiter is for where a cue at its loudest meets the joint that ends its segment, or a wall.
+// Measured: 0.3 to 0.5 % of a lap; with a ceiling a decibel lower 0.8 to 1.5 %.
+constexpr double kSeldom = 0.02;
 
-INSTANTIATE_TEST_SUITE_P(OneLap, TestDrives, testing::Range(1, 11), [](const auto& tested) {
-  return std::string(allTracks()[tested.index]->name).substr(0, 4) + std::to_string(tested.param);
-});
+class TestDrives : public testing::TestWithParam<std::tuple<int, int>> {};
+
+std::string nameOf(const testing::TestParamInfo<std::tuple<int, int>>& tested) {
+  const auto [track, engine] = tested.param;
+  const std::string name = allTracks()[static_cast<std::size_t>(track - 1)]->name;
+  return name.substr(0, 4) + std::to_string(track) + "Engine" + std::to_string(engine);
+}
+
+INSTANTIATE_TEST_SUITE_P(OneLap, TestDrives, testing::Combine(testing::Range(1, 11), testing::Range(1, 7)),
+                         nameOf);
 
 TEST_P(TestDrives, HearEveryCueStandOutOnItsSide) {
-  const TestDrive drive = driveLap(GetParam(), VORN_SOUND_FOLDER, nullptr);
+  const auto& [track, engine] = GetParam();
+  const TestDrive drive = driveLap({track, engine}, VORN_SOUND_FOLDER, nullptr);
   EXPECT_EQ(drive.cues.size(), drive.track->segments.size());
   EXPECT_THAT(faultsOf(drive), testing::IsEmpty());
   EXPECT_GE(drive.walls.size(), 7U);
   EXPECT_GT(drive.walls.back().difference - drive.walls.front().difference, 15);
   EXPECT_GT(drive.seconds, 20);
   EXPECT_GT(drive.peak, 0.3);
+  EXPECT_LT(drive.limited, kSeldom);
 }
 
 /// A set in which one sound plays `samples` instead.
@@ -51,18 +62,18 @@ std::vector<std::int16_t> hiss(const std::string& name, int amplitude) {
 TEST(TestDrive, MissesACueThatIsTooQuiet) {
   const SetWith set("vorn1t3", hiss("vorn1t3", 20));
   EXPECT_THAT(
-      faultsOf(driveLap(1, set.path(), nullptr)),
+      faultsOf(driveLap({1}, set.path(), nullptr)),
       testing::Contains(AllOf(HasSubstr("segment 3, vorn1t3.wav: only"), HasSubstr("above the rest"))));
 }
 
 TEST(TestDrive, HearsAWallThatDrownsTheCues) {
   const SetWith set("vorn16", hiss("vorn16", 32000));
-  EXPECT_GT(faultsOf(driveLap(1, set.path(), nullptr)).size(), kMaple.segments.size() / 2);
+  EXPECT_GT(faultsOf(driveLap({1}, set.path(), nullptr)).size(), kMaple.segments.size() / 2);
 }
 
 TEST(TestDrive, NeedsItsSounds) {
   const TemporaryFolder empty;
-  EXPECT_THROW(driveLap(1, empty.path(), nullptr), std::runtime_error);
+  EXPECT_THROW(driveLap({1}, empty.path(), nullptr), std::runtime_error);
 }
 
 }  // namespace

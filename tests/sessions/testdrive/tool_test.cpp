@@ -20,9 +20,9 @@ TEST(TestDriveTool, DrivesALapOfEachTrack) {
   const Finished drive = runProgram({VORN_TEST_DRIVE_TOOL, VORN_SOUND_FOLDER, laps});
   EXPECT_EQ(drive.exitStatus, 0);
   EXPECT_EQ(drive.errors, "");
-  EXPECT_THAT(drive.output, HasSubstr("/lap10.wav: Geneva Oval Track, "));
+  EXPECT_THAT(drive.output, HasSubstr("/lap10engine1.wav: Geneva Oval Track, "));
   for (int track = 1; track <= 10; ++track) {
-    SndfileHandle lap(laps + "/lap" + (track < 10 ? "0" : "") + std::to_string(track) + ".wav");
+    SndfileHandle lap(laps + "/lap" + (track < 10 ? "0" : "") + std::to_string(track) + "engine1.wav");
     EXPECT_EQ(lap.channels(), 2) << track;
     EXPECT_EQ(lap.samplerate(), 48000) << track;
     EXPECT_GT(lap.frames(), 20 * 48000) << track;
