@@ -14,7 +14,7 @@ namespace {
 using testing::HasSubstr;
 
 // The limiter is for where a cue at its loudest meets the joint that ends its segment, or a wall.
-// Measured: 0.3 to 0.5 % of a lap; with a ceiling a decibel lower 0.8 to 1.5 %.
+// Measured: 0.7 to 1.5 % of a lap.
 constexpr double kSeldom = 0.02;
 
 class TestDrives : public testing::TestWithParam<std::tuple<int, int>> {};
