@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs a program for Windows in a Windows of its own: Wine, with its registry and drives in folder PREFIX.
 #
-#   in_wine.sh PREFIX --make         makes it anew
+#   in_wine.sh PREFIX --make REGISTRY-FILE...   makes it anew, with these entries
 #   in_wine.sh PREFIX --end          ends all that still runs in it
 #   in_wine.sh PREFIX PROGRAM [ARGUMENT...]
 set -eu
@@ -14,10 +14,13 @@ case $1 in
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
     unset DISPLAY
-    wine wineboot --init >"$WINEPREFIX.log" 2>&1 && wineserver --wait || {
-      cat "$WINEPREFIX.log"
-      exit 1
-    }
+    shift
+    wine wineboot --init >"$WINEPREFIX.log" 2>&1 || { cat "$WINEPREFIX.log"; exit 1; }
+    for entries; do
+      { printf '\377\376' && iconv -f UTF-8 -t UTF-16LE "$entries"; } >"$WINEPREFIX/entries.reg"
+      wine regedit /S "Z:$WINEPREFIX/entries.reg"
+    done
+    wineserver --wait
     ;;
   --end) wineserver --kill || true ;;
   *) exec wine "$@" ;;

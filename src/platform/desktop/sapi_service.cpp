@@ -55,6 +55,28 @@ std::wstring taken(wchar_t* text) {
   return copy;
 }
 
+/// What the registry says where `id`, a key below that of the machine, stands.
+std::wstring registeredName(const std::wstring& id) {
+  constexpr std::wstring_view kMachine = L"HKEY_LOCAL_MACHINE\\";
+  if (!id.starts_with(kMachine)) return L"";
+  std::wstring name(256, L'\0');
+  auto bytes = static_cast<DWORD>(name.size() * sizeof(wchar_t));
+  const std::wstring key = id.substr(kMachine.size());
+  const bool isThere = ::RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr,
+                                      name.data(), &bytes) == ERROR_SUCCESS;
+  name.resize(isThere ? bytes / sizeof(wchar_t) - 1 : 0);  // without the end mark
+  return name;
+}
+
+/// Empty for a voice without one.
+std::wstring nameOf(ISpObjectToken& kind) {
+  wchar_t* text = nullptr;
+  std::wstring name;
+  if (SUCCEEDED(kind.GetStringValue(nullptr, &text))) name = taken(text);
+  if (name.empty() && SUCCEEDED(kind.GetId(&text))) name = registeredName(taken(text));
+  return name;
+}
+
 std::wstring wideFromWindows1252(const std::string& text) {
   constexpr UINT kWindows1252 = 1252;
   std::wstring wide(text.size(), L'\0');
@@ -101,7 +123,7 @@ struct SapiService::Line {
 /// The thread's own: SAPI's voice and the kinds that it can take.
 class SapiService::Speaker {
  public:
-  explicit Speaker(Line& line) : line_(line), voice_(create<ISpVoice, SpVoice>()) { list(); }
+  explicit Speaker(Line& line) : line_(line), voice_(create<ISpVoice, SpVoice>(&made_)) { list(); }
 
   std::vector<std::string> names() const;
   void utter(const Utterance& utterance);
@@ -117,6 +139,7 @@ class SapiService::Speaker {
   }
 
   Line& line_;
+  HRESULT made_ = S_OK;
   Com<ISpVoice> voice_;
   std::vector<Com<ISpObjectToken>> kinds_;
   bool hasComplained_ = false;
@@ -143,17 +166,16 @@ void SapiService::Speaker::list() {
 std::vector<std::string> SapiService::Speaker::names() const {
   std::vector<std::string> names;
   for (const auto& kind : kinds_) {
-    wchar_t* name = nullptr;
-    names.push_back(SUCCEEDED(kind->GetStringValue(nullptr, &name))
-                        ? std::filesystem::path(taken(name)).string()
-                        : "Voice " + std::to_string(names.size() + 1));
+    const std::wstring name = nameOf(*kind);
+    names.push_back(name.empty() ? "Voice " + std::to_string(names.size() + 1)
+                                 : std::filesystem::path(name).string());
   }
   return names;
 }
 
 void SapiService::Speaker::utter(const Utterance& utterance) {
   constexpr DWORD kNextLook = 100;  // milliseconds
-  if (!voice_) return complain("SAPI cannot be had");
+  if (!voice_) return complain(complaint("CoCreateInstance", made_));
   const auto kind = static_cast<std::size_t>(utterance.settings.voice);
   if (kind < kinds_.size()) voice_->SetVoice(kinds_[kind].get());
   voice_->SetRate(std::clamp(utterance.settings.rate, kSlowest, kFastest));
