@@ -1,6 +1,7 @@
 #include "desktop/player.h"
 
 #include <chrono>
+#include <cstdlib>
 #include <stdexcept>
 #include <thread>
 
@@ -12,7 +13,8 @@ namespace {
 
 std::vector<std::string> commandLine(const fs::path& folder, const std::vector<std::string>& options,
                                      const std::string& speech) {
-  std::vector<std::string> words = {VORN_PROGRAM, "--captions", "--speech",
+  const char* const other = std::getenv("VORN_OTHER_PROGRAM");
+  std::vector<std::string> words = {other != nullptr ? other : VORN_PROGRAM, "--captions", "--speech",
                                     speech,       "--folder",   folder.string()};
   words.insert(words.end(), options.begin(), options.end());
   return words;

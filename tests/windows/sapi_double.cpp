@@ -1,4 +1,5 @@
-/// A voice of SAPI 5 for tests: says nothing, takes its time for it, and writes down what it was asked.
+/// A voice of SAPI 5 for tests, of two kinds: says nothing, takes its time for it, and writes down what it
+/// was asked.
 ///
 ///   VORN_SAPI_LOG  the file that it writes, a line a call:
 ///                    speak FLAGS RATE VOLUME VOICE|TEXT   (the voice by the last part of its name in the
@@ -12,8 +13,11 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstring>
+#include <cwchar>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -29,21 +33,13 @@ std::string utf8(const std::wstring& text) {
   return std::filesystem::path(text).string();
 }
 
-class Voice : public ISpVoice {
+/// What every object of COM can do.
+template <typename Interface>
+class Counted : public Interface {
  public:
-  Voice() : isDone_(::CreateEventW(nullptr, TRUE, TRUE, nullptr)), teller_([this] { tell(); }) {}
-  virtual ~Voice() {
-    {
-      const std::lock_guard lock(mutex_);
-      isEnding_ = true;
-    }
-    changed_.notify_all();
-    teller_.join();
-    ::CloseHandle(isDone_);
-  }
-
+  virtual ~Counted() = default;
   HRESULT WINAPI QueryInterface(REFIID id, void** result) override {
-    const bool isOurs = IsEqualGUID(id, __uuidof(IUnknown)) || IsEqualGUID(id, __uuidof(ISpVoice));
+    const bool isOurs = IsEqualGUID(id, __uuidof(IUnknown)) || IsEqualGUID(id, __uuidof(Interface));
     *result = isOurs ? this : nullptr;
     if (!isOurs) return E_NOINTERFACE;
     AddRef();
@@ -54,6 +50,23 @@ class Voice : public ISpVoice {
     const ULONG left = --count_;
     if (left == 0) delete this;
     return left;
+  }
+
+ private:
+  std::atomic<ULONG> count_{1};
+};
+
+class Voice : public Counted<ISpVoice> {
+ public:
+  Voice() : isDone_(::CreateEventW(nullptr, TRUE, TRUE, nullptr)), teller_([this] { tell(); }) {}
+  ~Voice() override {
+    {
+      const std::lock_guard lock(mutex_);
+      isEnding_ = true;
+    }
+    changed_.notify_all();
+    teller_.join();
+    ::CloseHandle(isDone_);
   }
 
   HRESULT WINAPI SetVoice(ISpObjectToken* token) override {
@@ -151,7 +164,6 @@ class Voice : public ISpVoice {
     }
   }
 
-  std::atomic<ULONG> count_{1};
   const HANDLE isDone_;
   std::mutex mutex_;
   std::condition_variable changed_;
@@ -164,6 +176,100 @@ class Voice : public ISpVoice {
   std::thread teller_;
 };
 
+struct Kind {
+  const wchar_t* id;
+  const wchar_t* name;
+};
+constexpr Kind kKinds[] = {{L"HKEY_LOCAL_MACHINE\\Voices\\Anna", L"Anna"},
+                           {L"HKEY_LOCAL_MACHINE\\Voices\\Zofie", L"\u017Dofie"}};
+constexpr const Kind& kUsual = kKinds[1];
+
+/// A text as COM hands it over.
+HRESULT give(const wchar_t* text, LPWSTR* result) {
+  const std::size_t bytes = (std::wcslen(text) + 1) * sizeof *text;
+  *result = static_cast<LPWSTR>(::CoTaskMemAlloc(bytes));
+  std::memcpy(*result, text, bytes);
+  return S_OK;
+}
+
+/// What all that stands in the registry can do; here it can do nothing.
+template <typename Interface>
+class DataKey : public Counted<Interface> {
+ public:
+  HRESULT WINAPI SetData(LPCWSTR, ULONG, const BYTE*) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetData(LPCWSTR, ULONG*, BYTE*) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetStringValue(LPCWSTR, LPCWSTR) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetStringValue(LPCWSTR, LPWSTR*) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetDWORD(LPCWSTR, DWORD) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetDWORD(LPCWSTR, DWORD*) override { return E_NOTIMPL; }
+  HRESULT WINAPI OpenKey(LPCWSTR, ISpDataKey**) override { return E_NOTIMPL; }
+  HRESULT WINAPI CreateKey(LPCWSTR, ISpDataKey**) override { return E_NOTIMPL; }
+  HRESULT WINAPI DeleteKey(LPCWSTR) override { return E_NOTIMPL; }
+  HRESULT WINAPI DeleteValue(LPCWSTR) override { return E_NOTIMPL; }
+  HRESULT WINAPI EnumKeys(ULONG, LPWSTR*) override { return E_NOTIMPL; }
+  HRESULT WINAPI EnumValues(ULONG, LPWSTR*) override { return E_NOTIMPL; }
+};
+
+class Token : public DataKey<ISpObjectToken> {
+ public:
+  explicit Token(const Kind& kind) : kind_(kind) {}
+  HRESULT WINAPI GetStringValue(LPCWSTR name, LPWSTR* value) override {
+    return name == nullptr ? give(kind_.name, value) : E_INVALIDARG;
+  }
+  HRESULT WINAPI GetId(LPWSTR* id) override { return give(kind_.id, id); }
+  HRESULT WINAPI SetId(LPCWSTR, LPCWSTR, WINBOOL) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetCategory(ISpObjectTokenCategory**) override { return E_NOTIMPL; }
+  HRESULT WINAPI CreateInstance(IUnknown*, DWORD, REFIID, void**) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetStorageFileName(REFCLSID, LPCWSTR, LPCWSTR, ULONG, LPWSTR*) override { return E_NOTIMPL; }
+  HRESULT WINAPI RemoveStorageFileName(REFCLSID, LPCWSTR, WINBOOL) override { return E_NOTIMPL; }
+  HRESULT WINAPI Remove(const CLSID*) override { return E_NOTIMPL; }
+  HRESULT WINAPI IsUISupported(LPCWSTR, void*, ULONG, IUnknown*, WINBOOL*) override { return E_NOTIMPL; }
+  HRESULT WINAPI DisplayUI(HWND, LPCWSTR, LPCWSTR, void*, ULONG, IUnknown*) override { return E_NOTIMPL; }
+  HRESULT WINAPI MatchesAttributes(LPCWSTR, WINBOOL*) override { return E_NOTIMPL; }
+
+ private:
+  const Kind& kind_;
+};
+
+class Tokens : public Counted<IEnumSpObjectTokens> {
+ public:
+  HRESULT WINAPI Next(ULONG count, ISpObjectToken** tokens, ULONG*) override {
+    if (count != 1 || next_ == std::size(kKinds)) return S_FALSE;
+    *tokens = new Token(kKinds[next_++]);
+    return S_OK;
+  }
+  HRESULT WINAPI Skip(ULONG) override { return E_NOTIMPL; }
+  HRESULT WINAPI Reset() override { return E_NOTIMPL; }
+  HRESULT WINAPI Clone(IEnumSpObjectTokens**) override { return E_NOTIMPL; }
+  HRESULT WINAPI Item(ULONG, ISpObjectToken**) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetCount(ULONG*) override { return E_NOTIMPL; }
+
+ private:
+  std::size_t next_ = 0;
+};
+
+class Category : public DataKey<ISpObjectTokenCategory> {
+ public:
+  HRESULT WINAPI SetId(LPCWSTR id, WINBOOL) override {
+    isVoices_ = std::wstring(id) == SPCAT_VOICES;
+    return S_OK;
+  }
+  HRESULT WINAPI EnumTokens(LPCWSTR, LPCWSTR, IEnumSpObjectTokens** tokens) override {
+    if (!isVoices_) return E_FAIL;
+    *tokens = new Tokens;
+    return S_OK;
+  }
+  HRESULT WINAPI GetDefaultTokenId(LPWSTR* id) override { return give(kUsual.id, id); }
+  HRESULT WINAPI GetId(LPWSTR*) override { return E_NOTIMPL; }
+  HRESULT WINAPI GetDataKey(SPDATAKEYLOCATION, ISpDataKey**) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetDefaultTokenId(LPCWSTR) override { return E_NOTIMPL; }
+
+ private:
+  bool isVoices_ = false;
+};
+
+/// Makes objects of one class.
+template <typename Class>
 class Factory : public IClassFactory {
  public:
   HRESULT WINAPI QueryInterface(REFIID id, void** result) override {
@@ -175,9 +281,9 @@ class Factory : public IClassFactory {
   ULONG WINAPI Release() override { return 1; }
   HRESULT WINAPI CreateInstance(IUnknown* outer, REFIID id, void** result) override {
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    auto* const voice = new Voice;
-    const HRESULT outcome = voice->QueryInterface(id, result);
-    voice->Release();
+    auto* const made = new Class;
+    const HRESULT outcome = made->QueryInterface(id, result);
+    made->Release();
     return outcome;
   }
   HRESULT WINAPI LockServer(WINBOOL) override { return S_OK; }
@@ -185,9 +291,11 @@ class Factory : public IClassFactory {
 
 }  // namespace
 
-extern "C" __declspec(dllexport) HRESULT WINAPI DllGetClassObject(REFCLSID, REFIID id, void** result) {
-  static Factory factory;
-  return factory.QueryInterface(id, result);
+extern "C" __declspec(dllexport) HRESULT WINAPI DllGetClassObject(REFCLSID which, REFIID id, void** result) {
+  static Factory<Voice> voices;
+  static Factory<Category> categories;
+  return IsEqualGUID(which, __uuidof(SpVoice)) ? voices.QueryInterface(id, result)
+                                               : categories.QueryInterface(id, result);
 }
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllCanUnloadNow() {

@@ -16,11 +16,9 @@ namespace vorn {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class SapiServiceTest : public testing::Test {
  protected:
@@ -40,11 +38,6 @@ class SapiServiceTest : public testing::Test {
     }
     return false;
   }
-  int indexOf(SapiService& service, const std::string& name) const {
-    const auto names = service.voices();
-    return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
-  }
-
   TemporaryFolder folder;
   const std::filesystem::path log = folder.path() / "log";
 };
@@ -53,15 +46,14 @@ TEST_F(SapiServiceTest, IsToBeHad) {
   EXPECT_EQ(SapiService::problem(), "");
 }
 
-TEST_F(SapiServiceTest, NamesTheInstalledVoicesInTheirOwnLetters) {
+TEST_F(SapiServiceTest, NamesTheInstalledVoicesInTheirOwnLettersTheUsualOneFirst) {
   SapiService service;
-  EXPECT_THAT(service.voices(), Contains("Anna"));
-  EXPECT_THAT(service.voices(), Contains("Žofie"));
+  EXPECT_THAT(service.voices(), ElementsAre("Žofie", "Anna"));
 }
 
 TEST_F(SapiServiceTest, SaysTextsInTurnEachAsItWasAskedFor) {
   SapiService service;
-  const int anna = indexOf(service, "Anna"), zofie = indexOf(service, "Žofie");
+  constexpr int zofie = 0, anna = 1;
   service.say(" Start Game. ", {.voice = anna, .volume = 80, .rate = 3});
   service.say("<b>caf\xE9", {.voice = zofie, .volume = 100, .rate = -40});
   ASSERT_TRUE(waitUntil([&] { return !service.isSpeaking(); }));

@@ -55,26 +55,10 @@ std::wstring taken(wchar_t* text) {
   return copy;
 }
 
-/// What the registry says where `id`, a key below that of the machine, stands.
-std::wstring registeredName(const std::wstring& id) {
-  constexpr std::wstring_view kMachine = L"HKEY_LOCAL_MACHINE\\";
-  if (!id.starts_with(kMachine)) return L"";
-  std::wstring name(256, L'\0');
-  auto bytes = static_cast<DWORD>(name.size() * sizeof(wchar_t));
-  const std::wstring key = id.substr(kMachine.size());
-  const bool isThere = ::RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr,
-                                      name.data(), &bytes) == ERROR_SUCCESS;
-  name.resize(isThere ? bytes / sizeof(wchar_t) - 1 : 0);  // without the end mark
-  return name;
-}
-
 /// Empty for a voice without one.
 std::wstring nameOf(ISpObjectToken& kind) {
   wchar_t* text = nullptr;
-  std::wstring name;
-  if (SUCCEEDED(kind.GetStringValue(nullptr, &text))) name = taken(text);
-  if (name.empty() && SUCCEEDED(kind.GetId(&text))) name = registeredName(taken(text));
-  return name;
+  return SUCCEEDED(kind.GetStringValue(nullptr, &text)) ? taken(text) : L"";
 }
 
 std::wstring wideFromWindows1252(const std::string& text) {
