@@ -14,8 +14,8 @@ namespace {
 std::vector<std::string> commandLine(const fs::path& folder, const std::vector<std::string>& options,
                                      const std::string& speech) {
   const char* const other = std::getenv("VORN_OTHER_PROGRAM");
-  std::vector<std::string> words = {other != nullptr ? other : VORN_PROGRAM, "--captions", "--speech",
-                                    speech,       "--folder",   folder.string()};
+  std::vector<std::string> words = {
+      other != nullptr ? other : VORN_PROGRAM, "--captions", "--speech", speech, "--folder", folder.string()};
   words.insert(words.end(), options.begin(), options.end());
   return words;
 }

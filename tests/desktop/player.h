@@ -15,7 +15,8 @@ namespace vorn {
 
 class Player {
  public:
-  /// Starts the program (that of VORN_OTHER_PROGRAM, where it is set) in `folder`, with further options. It is killed when the player goes before its end.
+  /// Starts the program (that of VORN_OTHER_PROGRAM, where it is set) in `folder`, with further options. It
+  /// is killed when the player goes before its end.
   explicit Player(const std::filesystem::path& folder, const std::vector<std::string>& options = {},
                   const std::string& speech = "espeak");
 
