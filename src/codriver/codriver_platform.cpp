@@ -105,6 +105,10 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   void switchAid(AidKind kind);
   void openMenu();
   void waitForHandsOff();
+  void beginDriving() {
+    phase_ = Phase::kDriving;
+    driven_ = seat_.game;
+  }
   void endRace(bool isFinished);
 
   Seat seat_;
@@ -116,7 +120,8 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   std::set<WatchedBuffer*> buffers_;  ///< of the game, as long as they live
   SoundDevice* device_ = nullptr;     ///< that the tones sound through
   Phase phase_ = Phase::kElsewhere;
-  const GameState* raced_ = nullptr;  ///< the game whose race goes on; null: none does
+  const GameState* driven_ = nullptr;  ///< the game that `kDriving` was told of
+  const GameState* raced_ = nullptr;   ///< the game whose race goes on; null: none does
   bool isMenuAsked_ = false;
   std::string lastText_;  ///< that the game has had said in its menu
 };
@@ -347,7 +352,7 @@ void Codriver::soundLoaded(const std::string& fileName) {
 }
 
 void Codriver::said(const std::string& text, int flags) {
-  if (text.find(kEngines) != std::string::npos) phase_ = Phase::kDriving;
+  if (text.find(kEngines) != std::string::npos) beginDriving();
   if (text.find_first_not_of(' ') != std::string::npos) lastText_ = text;
   if (text != kTitle || flags != speak_flags::kSynchronous) return;
   if (std::exchange(introducesItself_, false)) tell(kIntroduction);
@@ -360,7 +365,7 @@ void Codriver::carTicked(const TickReport& report) {
   const GameState& game = *seat_.game;
   const Scene scene{game, *allTracks()[static_cast<std::size_t>(game.trackChoice - 1)],
                     !seat_.guests.empty()};
-  phase_ = Phase::kDriving;
+  beginDriving();
   if (raced_ != &game) {
     endRace(false);
     raced_ = &game;
@@ -393,6 +398,7 @@ void Codriver::enterShutdown() {
 void Codriver::doYield(int atMostMs) {
   inner().yield(tones_.untilDue(now(), atMostMs));
   tones_.moveTo(now());
+  if (raced_ != seat_.game) endRace(false);  // a lesson or a preview is over
   if (std::exchange(isMenuAsked_, false)) openMenu();
 }
 
@@ -412,7 +418,9 @@ void Codriver::DirectXEvent8_DXCallback(int eventId) {
 /// Returns whether the key was the co-driver's.
 bool Codriver::takeFunctionKey(int number) {
   const bool isInMenu = phase_ == Phase::kMenu && seat_.guests.empty();
-  if (!isInMenu && phase_ != Phase::kDriving) return false;
+  const bool isDriving =
+      phase_ == Phase::kDriving && driven_ == seat_.game && seat_.game->trackChoice <= kTracks;
+  if (!isInMenu && !isDriving) return false;
   if (number == kWhere) {
     sayWhere();
     return true;

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "codriver/codriver_platform.h"
 #include "platform/headless/headless_platform.h"
 #include "shell/start_up.h"
 #include "state/fields.h"
@@ -41,9 +42,12 @@ class Chance {
   std::mt19937 random_;
 };
 
-const char* const kMenuKeys[] = {"Up", "Down", "Enter", "Up", "Down", "Enter", "Escape", "Y", "N", "F1"};
-const char* const kRaceKeys[] = {"LeftCtrl", "LeftShift", "Left",   "Right", "Up",     "Down",   "RightShift",
-                                 "End",      "PageDown",  "PageUp", "Home",  "Delete", "Insert", "RightCtrl"};
+const char* const kMenuKeys[] = {"Up",     "Down", "Enter", "Up", "Down", "Enter",
+                                 "Escape", "Y",    "N",     "F1", "F2"};
+const char* const kRaceKeys[] = {"LeftCtrl",   "LeftShift", "Left",     "Right",  "Up",   "Down",
+                                 "RightShift", "End",       "PageDown", "PageUp", "Home", "Delete",
+                                 "Insert",     "RightCtrl", "F2",       "F3",     "F4",   "F5",
+                                 "F6",         "F7",        "F8",       "F9"};
 const char* const kAnyKeys[] = {"A",          "Q",         "Z",     "0",          "1",         "5",
                                 "9",          "Space",     "Tab",   "Backspace",  "CapsLock",  "LeftAlt",
                                 "F2",         "F10",       "F12",   "Numpad0",    "Numpad5",   "NumpadEnter",
@@ -227,8 +231,8 @@ std::string faultOf(const TemporaryFolder& folder) {
 
 void damageSomething(Chance& chance, const TemporaryFolder& folder) {
   // Options out of their range end the program, as they should: they are left alone.
-  for (const char* file :
-       {"vorn1joy.cfg", "vorn1key.cfg", "vorn1maple0001.rec", "vorn1log.txt", "vorn1records.txt"}) {
+  for (const char* file : {"vorn1joy.cfg", "vorn1key.cfg", "vorn1maple0001.rec", "vorn1log.txt",
+                           "vorn1records.txt", "vorn1aid.cfg", "vorn1maple.ghost"}) {
     if (folder.has(file) && chance.once(8)) folder.write(file, damaged(chance, folder.read(file)));
   }
 }
@@ -244,7 +248,9 @@ bool playSession(unsigned seed, Chance& chance, Session& home, int& statementsLe
   Watch watch;
   std::ostringstream diagnostics;
   HeadlessPlatform platform(options, {&monkey, &watch, nullptr, &diagnostics, recordings()});
-  GameState game(platform);
+  const auto codriver = makeCodriverPlatform(platform, {});
+  GameState game(*codriver);
+  codriver->watch(game);
   platform.setFields({[&](std::string_view name) { return getField(game, name); },
                       [&](std::string_view name, double value) { return setField(game, name, value); }});
   const int exitStatus = platform.run([&] {
