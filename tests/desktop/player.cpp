@@ -43,6 +43,19 @@ void Player::rest(int milliseconds) {
   std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
+void Player::enterOneLap() {
+  waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
+  answer("Enter");
+  waitFor(" Welcome to the Maple Leaf Try Oval Track ");
+  waitFor(" Enter the number of laps that you wish to run. ");
+  answer("1");
+  waitFor("1");
+  answer("Enter");
+  waitFor(" Is 1 correct for the number of laps to run?  yes ");
+  answer("Enter");
+  waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+}
+
 void copySounds(const TemporaryFolder& folder) {
   for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
     fs::copy_file(sound.path(), folder.path() / sound.path().filename());

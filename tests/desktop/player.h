@@ -27,6 +27,8 @@ class Player {
   /// The next text; nothing where none comes in time.
   std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
   void rest(int milliseconds);
+  /// From the words that open the track menu to the call to start the engines: one lap of the first track.
+  void enterOneLap();
   pid_t process() const { return game_.process(); }
   int waitForEnd() { return game_.waitForEnd(); }
 

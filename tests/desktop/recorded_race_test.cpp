@@ -36,16 +36,7 @@ void race(Player& player) {
   player.answer("Up");
   player.waitFor(" Start Game. ");
   player.answer("Enter");
-  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
-  player.answer("Enter");
-  player.waitFor(" Enter the number of laps that you wish to run. ");
-  player.answer("1");
-  player.waitFor("1");
-  player.answer("Enter");
-  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
-  player.answer("Enter");
-
-  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  player.enterOneLap();
   player.keys.press("End");
   player.waitFor(" 10 ", 10);
   player.keys.release("End");

@@ -181,15 +181,7 @@ class SoundReturnsTo : public testing::Test {
     EXPECT_GT(loudness(0.8), 0.01) << loss;
   }
   void startRace() {
-    player->waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
-    player->answer("Enter");
-    player->waitFor(" Enter the number of laps that you wish to run. ");
-    player->answer("1");
-    player->waitFor("1");
-    player->answer("Enter");
-    player->waitFor(" Is 1 correct for the number of laps to run?  yes ");
-    player->answer("Enter");
-    player->waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+    player->enterOneLap();
     player->rest(3500);
     player->keys.press("End");
     player->waitFor(" 10 ", 20);

@@ -313,15 +313,7 @@ TEST_P(WholeSession, IsPlayedByEar) {
   }
   EXPECT_EQ(folder.read("vorn1voc.cfg"), "1\r\n0\r\n90\r\n0\r\n");
   player.answer("Enter");
-  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
-  player.answer("Enter");
-  player.waitFor(" Enter the number of laps that you wish to run. ");
-  player.answer("1");
-  player.waitFor("1");
-  player.answer("Enter");
-  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
-  player.answer("Enter");
-  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  player.enterOneLap();
   player.rest(3000);
   player.keys.press("End");
   player.waitFor(" 10 ", 10);

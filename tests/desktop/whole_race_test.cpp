@@ -36,17 +36,7 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
       recording.recognise(menu, 2.5, "start game | exit game | check speakers | change voice", folder),
       StartsWith("start game"));
   player.answer("Enter");
-  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
-  player.answer("Enter");
-  player.waitFor(" Welcome to the Maple Leaf Try Oval Track ");
-  player.waitFor(" Enter the number of laps that you wish to run. ");
-  player.answer("1");
-  player.waitFor("1");
-  player.answer("Enter");
-  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
-  player.answer("Enter");
-
-  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  player.enterOneLap();
   const double call = recording.now() - Recording::kBeforeCaption;
   player.rest(4500);
   EXPECT_THAT(recording.recognise(
