@@ -119,14 +119,14 @@ void AudioLine::setWaker(std::function<void()> waker) {
 }
 
 /// Whoever wants something played says so first and looks for a sleeper then; here
-/// it is the other way round, so that one of the two always sees the other.
+/// it is the other way round. Both look by exchanging, so that the later one sees all that
+/// the other has said before.
 bool AudioLine::fallAsleep(int frames) {
   const std::lock_guard lock(rendering_);
   if (mixer_ == nullptr) {
     return false;
   }
-  isAsleep_ = true;
-  std::atomic_thread_fence(std::memory_order_seq_cst);
+  isAsleep_.exchange(true);
   if (!mixer_->isSilentFor(frames)) {
     isAsleep_ = false;
   }
@@ -134,8 +134,7 @@ bool AudioLine::fallAsleep(int frames) {
 }
 
 void AudioLine::wake() {
-  std::atomic_thread_fence(std::memory_order_seq_cst);
-  if (!isAsleep_ || !isAsleep_.exchange(false)) {
+  if (!isAsleep_.exchange(false)) {
     return;
   }
   const std::lock_guard lock(mutex_);
