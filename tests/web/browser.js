@@ -110,8 +110,9 @@ export class Player {
       throw new Error(`"${text}" was not said, but: ${JSON.stringify((await this.heard()).slice(-12))}; ${this.problems}; ${error}`);
     }
   }
-  /** Presses and lets go. */
+  /** Presses and lets go, not at once: a menu takes no key in the first half second. */
   async tap(key) {
+    await new Promise((resolve) => setTimeout(resolve, 700));
     await this.page.keyboard.press(key, { delay: 60 });
   }
   async says() {
