@@ -229,8 +229,9 @@ std::vector<std::string> faultsOf(const TestDrive& drive) {
     const auto fault = [&, segment = i + 1](const std::string& what) {
       faults.push_back(fmt::format("segment {}, {}: {}", segment, cue.file, what));
     };
-    if (std::abs(cue.nearShare - 1) > kShareGoesAstray)
+    if (std::abs(cue.nearShare - 1) > kShareGoesAstray) {
       fault(fmt::format("{:.2f} of it in its ear", cue.nearShare));
+    }
     // A cue straight ahead only leans to a side.
     const double farAtMost = drive.track->segments[i].pan == 0 ? 0.8 : 0.4;
     if (std::abs(cue.farShare) >= farAtMost * cue.nearShare) {
@@ -239,8 +240,9 @@ std::vector<std::string> faultsOf(const TestDrive& drive) {
     if (cue.prominence < kHeardAbove) fault(fmt::format("only {:.1f} dB above the rest", cue.prominence));
     // At its end it is at its loudest, and the mark of the segment may come on top:
     // the limiter holds the sum then, but must not take the cue away.
-    if (std::abs(cue.lastShare - 1) > kLastGoesAstray)
+    if (std::abs(cue.lastShare - 1) > kLastGoesAstray) {
       fault(fmt::format("{:.2f} of it left at the end", cue.lastShare));
+    }
   }
   for (std::size_t i = 1; i < drive.walls.size(); ++i) {
     const WallsHeard &here = drive.walls[i], &before = drive.walls[i - 1];
@@ -248,8 +250,9 @@ std::vector<std::string> faultsOf(const TestDrive& drive) {
     faults.push_back(fmt::format("walls: {:.1f} dB at {}, but {:.1f} dB at {}", here.difference,
                                  here.lateralPosition, before.difference, before.lateralPosition));
   }
-  if (drive.peak > Limiter::kCeiling + kRounding)
+  if (drive.peak > Limiter::kCeiling + kRounding) {
     faults.push_back(fmt::format("a peak of {:.3f}", drive.peak));
+  }
   if (drive.longestPlateau > kPlateau) {
     faults.push_back(fmt::format("{} samples in a row cut off", drive.longestPlateau));
   }
