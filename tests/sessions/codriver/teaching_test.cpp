@@ -237,6 +237,17 @@ TEST_F(Taught, AnyKeyStopsAPreview) {
   EXPECT_THAT(trace.ticks(), SizeIs(testing::Lt(50U)));
 }
 
+TEST_F(Taught, NothingIsDrivenAnyMoreAfterAPreview) {
+  take(kPreview).script("wait say  Preview a track. \nwait 900\n" + menuEnter() + "wait 900\n" + menuEnter());
+  session.script(
+      "wait tick 20\ntap F2\nwait say  No aids are on. \ntap Space\nwait say  The lap was stopped. \n"
+      "wait 900\ntap F1\ntap F4\nwait 900\nend");
+  session.run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  EXPECT_FALSE(session.trace().said(" You are on the "));
+  EXPECT_FALSE(session.trace().said(" slider on "));
+}
+
 TEST_F(Taught, TheKeyThatStopsAPreviewBeginsNoOtherWhileItIsHeld) {
   take(kPreview).script("wait say  Preview a track. \nwait 900\n" + menuEnter() + "wait 900\n" + menuEnter());
   session.script("wait tick 30\npress Enter\nwait say  The lap was stopped. \nwait 2000\nrelease Enter\n");

@@ -43,6 +43,7 @@ class NotedPlatform : public Platform {
   void carTicked(const TickReport& report) override {
     calls.push_back("tick " + std::to_string(report.segment));
   }
+  void menuOffered(bool isOpen) override { calls.push_back(isOpen ? "menu" : "no menu"); }
 
  private:
   template <typename Device>
@@ -81,11 +82,13 @@ TEST(ForwardingPlatform, PassesEveryCallOn) {
   TickReport report{};
   report.segment = 4;
   outer.carTicked(report);
+  outer.menuOffered(true);
+  outer.menuOffered(false);
   outer.yield(30);
   outer.enterShutdown();
   EXPECT_THAT(inner.calls, ElementsAre("box text", "caption title", "receiver", "no receiver", "sound",
                                        "keyboard", "controller pad", "voice", "start launcher 3", "reseed",
-                                       "tick 4", "yield 30", "shutdown"));
+                                       "tick 4", "menu", "no menu", "yield 30", "shutdown"));
 }
 
 }  // namespace
