@@ -22,12 +22,12 @@ constexpr float kHighestCurve = 1.9F;
 /// The points lie a quarter, a half and three quarters of the way between the two frames in the middle;
 /// each is a sum of all frames weighted with a sinc in a cosine bell.
 Limiter::Limiter() {
+  constexpr int kMiddle = kCurveFrames / 2 - 1;
   for (int point = 0; point < kCurvePoints; ++point) {
     std::array<double, kCurveFrames> weights;
     double sum = 0;
     for (int frame = 0; frame < kCurveFrames; ++frame) {
-      const double turn =
-          std::numbers::pi * (frame - (kCurveFrames / 2 - 1) - (point + 1.0) / (kCurvePoints + 1));
+      const double turn = std::numbers::pi * (frame - kMiddle - (point + 1.0) / (kCurvePoints + 1));
       weights[frame] = std::sin(turn) / turn * std::pow(std::cos(turn / kCurveFrames), 2);
       sum += weights[frame];
     }
