@@ -52,6 +52,10 @@ export function launch(name) {
   });
 }
 
+/** What the driver calls Enter is in Firefox that of the numeric pad. */
+const MAIN_ENTER = "\uE006";
+const isOfWebDriver = (page) => page.browser().protocol === "webDriverBiDi";
+
 /** A player before the page. */
 export class Player {
   /** @param {import("puppeteer-core").Page} page */
@@ -113,7 +117,7 @@ export class Player {
   /** Presses and lets go, not at once: a menu takes no key in the first half second. */
   async tap(key) {
     await new Promise((resolve) => setTimeout(resolve, 700));
-    await this.page.keyboard.press(key, { delay: 60 });
+    await this.page.keyboard.press(isOfWebDriver(this.page) && key === "Enter" ? MAIN_ENTER : key, { delay: 60 });
   }
   async says() {
     return this.page.$eval("#state", (node) => node.textContent);

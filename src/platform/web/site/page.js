@@ -78,9 +78,10 @@ function keyOf(codes, ms) {
     };
     /** @param {KeyboardEvent} event */
     const listen = (event) => {
-      if (event.repeat || !codes.includes(event.code)) return;
+      const code = event.code === "NumpadEnter" ? "Enter" : event.code;
+      if (event.repeat || !codes.includes(code)) return;
       event.preventDefault();
-      end(event.code);
+      end(code);
     };
     const timer = window.setTimeout(() => end(null), ms);
     track.addEventListener("keydown", listen);
