@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -34,6 +35,17 @@ std::vector<std::int16_t> samplesOf(const std::string& file, double from, double
   return samples;
 }
 
+/// Root mean square of each sample's difference from the one `back` places before it, 0 .. 1; of the samples
+/// themselves where `back` is 0.
+double rootMeanSquare(const std::vector<std::int16_t>& samples, std::size_t back) {
+  double sum = 0;
+  for (std::size_t i = back; i < samples.size(); ++i) {
+    const int step = back == 0 ? samples[i] : samples[i] - samples[i - back];
+    sum += step / 32768.0 * (step / 32768.0);
+  }
+  return std::sqrt(sum / static_cast<double>(samples.size() - back));
+}
+
 }  // namespace
 
 Recording::Recording() {
@@ -47,10 +59,12 @@ double Recording::now() const {
 }
 
 double Recording::level(double from, double seconds) const {
-  const auto samples = samplesOf(file_, from, seconds);
-  double sum = 0;
-  for (const std::int16_t sample : samples) sum += sample / 32768.0 * (sample / 32768.0);
-  return std::sqrt(sum / static_cast<double>(samples.size()));
+  return rootMeanSquare(samplesOf(file_, from, seconds), 0);
+}
+
+double Recording::steepness(double from, double seconds) const {
+  constexpr std::size_t kChannels = 2;
+  return rootMeanSquare(samplesOf(file_, from, seconds), kChannels);
 }
 
 double Recording::millisecondsToSound(double from) const {
