@@ -374,20 +374,25 @@ function offerFiles() {
   };
 }
 
-/** Threads need two headers, which the service worker sends where the host does not: from the second load on. */
+/**
+ * Threads need two headers, which the service worker sends where the host does not: from the second load on,
+ * and not after a reload with Shift, which goes past it.
+ */
 async function isolated() {
-  if ("serviceWorker" in navigator) {
-    // Not waited for: a registration that is there already may take its time to look for a newer one.
-    navigator.serviceWorker.register("sw.js").catch(() => {});
-    if (!crossOriginIsolated && !sessionStorage.getItem("vorn1.reloaded")) {
-      await navigator.serviceWorker.ready;
-      sessionStorage.setItem("vorn1.reloaded", "yes");
-      location.reload();
-      return false;
-    }
+  if (!crossOriginIsolated && "serviceWorker" in navigator && !sessionStorage.getItem("vorn1.reloaded")) {
+    sessionStorage.setItem("vorn1.reloaded", "yes");
+    await navigator.serviceWorker.register("sw.js");
+    await navigator.serviceWorker.ready;
+    // As a link leads here: reload() does nothing in a page that was itself reloaded past the service worker.
+    location.replace(location.pathname + location.search);
+    return false;
   }
-  if (!crossOriginIsolated) tell("This browser gives the page no threads, which the game needs. Try a newer one.");
-  else sessionStorage.removeItem("vorn1.reloaded");
+  // Not waited for: a registration that is there already may take its time to look for a newer one.
+  navigator.serviceWorker?.register("sw.js").catch(() => {});
+  sessionStorage.removeItem("vorn1.reloaded");
+  if (!crossOriginIsolated) {
+    tell("This browser gives the page no threads, which the game needs. Reload the page; where that does not help try a newer browser.");
+  }
   return crossOriginIsolated;
 }
 
