@@ -236,7 +236,7 @@ Audio coyote(const Recording& recording) {
     const double seconds = course.back().seconds;
     const Contour pitch = synth::vibrato(synth::glide(course), 4.6, 0.008);
     const Contour loudness{{0, 0}, {0.12, 0.8}, {0.4 * seconds, 1}, {0.75 * seconds, 0.7}, {seconds, 0}};
-    canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.75, 0.5, 0.28, 0.16, 0.1, 0.06}, loudness),
+    canvas.add(at, synth::harmonics(rate, seconds, pitch, {1, 0.75, 0.55, 0.34, 0.2, 0.12, 0.07}, loudness),
                gain);
     const Signal air = synth::white(noise, synth::framesOf(rate, seconds));
     canvas.add(at, synth::shaped(synth::bandpass(air, rate, pitch, 6), rate, loudness), 0.15 * gain);

@@ -76,7 +76,7 @@ Audio gallop(const Recording& recording) {
       canvas.add(at, synth::burst(noise, rate, 1600, 0.8, 0.002, 0.04), 0.3 * hoof.gain);
     }
   }
-  return synth::brightened(canvas.signal(), rate, 8, canvas.ends());
+  return synth::brightened(canvas.signal(), rate, 10, canvas.ends());
 }
 
 /// A whinny that shakes its way down, and a snort.

@@ -369,7 +369,7 @@ Audio doorBell(const Recording& recording) {
   };
   bar(0.03, 659);
   bar(0.03 + 0.46 * canvas.seconds(), 523);
-  return synth::brightened(canvas.signal(), canvas.rate(), 9, canvas.ends());
+  return synth::brightened(canvas.signal(), canvas.rate(), 11, canvas.ends());
 }
 
 /// Three barks, the last one a little indignant.
