@@ -41,6 +41,17 @@ async function atTheMenu(options, prepare) {
   return { player, count };
 }
 
+/** A controller that is there from the start. */
+function withPad(page) {
+  return page.evaluateOnNewDocument(() => {
+    window.pad = {
+      id: "Pad (STANDARD GAMEPAD Vendor: 045e Product: 028e)", index: 0, connected: true, mapping: "standard",
+      axes: [0, 0, 0, 0], buttons: Array.from({ length: 17 }, () => ({ pressed: false, value: 0 })),
+    };
+    navigator.getGamepads = () => [window.pad];
+  });
+}
+
 /** Files as the browser stores them, as text. */
 function stored(player) {
   return player.page.evaluate(async () => {
@@ -162,6 +173,11 @@ test("a race is driven by captions, and the browser asks before it is left", asy
   await player.page.keyboard.down(IN_A_RACE.position);
   await player.until((begin) => window.heard.slice(begin).some((said) => /^\d+$/.test(said) && Number(said) <= 100), at);
   await player.page.keyboard.up(IN_A_RACE.position);
+  at = (await player.heard()).length;
+  await player.page.evaluate(() => document.getElementById("track")?.blur());
+  at = await player.hears("The window is in the background.", at);
+  await player.page.focus("#track");
+  await player.hears("The window is in front again.", at);
   if (name === "chromium") {
     const asked = new Promise((resolve) => player.page.once("dialog", async (dialog) => {
       await dialog.dismiss();
@@ -217,20 +233,25 @@ test("a game whose thread has been killed is told of, and can be started again",
   await player.hears(MENU, before);
 });
 
-test("a gamepad of the standard mapping selects", async () => {
-  const { player, count } = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
-    window.pad = {
-      id: "Pad (STANDARD GAMEPAD Vendor: 045e Product: 028e)", index: 0, connected: true, mapping: "standard",
-      axes: [0, 0, 0, 0], buttons: Array.from({ length: 17 }, () => ({ pressed: false, value: 0 })),
-    };
-    navigator.getGamepads = () => [window.pad];
-  }));
+test("a gamepad of the standard mapping selects, and is missed when it is unplugged", async () => {
+  const { player, count } = await atTheMenu({}, withPad);
   await player.page.evaluate(() => { window.pad.axes[1] = -1; });
   await player.page.evaluate(() => { window.pad.axes[1] = 0; });
   await player.tap("ArrowUp");
-  const at = await player.hears("Start Game.", count);
-  await player.page.evaluate(() => { window.pad.buttons[0] = { pressed: true, value: 1 }; });
-  await player.hears("joystick", at);
+  let at = await player.hears("Start Game.", count);
+  const press = (index, isDown) => player.page.evaluate((button, pressed) => {
+    window.pad.buttons[button] = { pressed, value: Number(pressed) };
+  }, index, isDown);
+  await press(0, true);
+  at = await player.hears("joystick", at);
+  await press(0, false);
+  await player.page.evaluate(() => {
+    window.pad.connected = false;
+    dispatchEvent(Object.assign(new Event("gamepaddisconnected"), { gamepad: window.pad }));
+  });
+  at = await player.hears("The controller is disconnected.", at);
+  await player.page.evaluate(() => { window.pad.connected = true; });
+  await player.hears("The controller is connected again.", at);
 });
 
 test("a second tab is not let in", async () => {

@@ -6,6 +6,7 @@
 /// always plays, and becomes louder or nearly silent.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,10 @@ struct Rumble {
   double heavy, light;  ///< strength of the two motors, 0 .. 1
   int ms;
 };
+
+/// How long ago the player has moved a control of a controller that is felt: one that lies idle on the
+/// table beside the keyboard would only rattle.
+inline constexpr std::chrono::seconds kStillInHand{10};
 
 class RumbleSense {
  public:

@@ -10,14 +10,12 @@
 #include <utility>
 
 #include "platform/common/axis_law.h"
+#include "platform/common/notices.h"
 #include "platform/errors.h"
 
 namespace vorn {
 namespace {
 
-constexpr const char* kGone = " The controller is disconnected. ";
-constexpr const char* kBack = " The controller is connected again. ";
-constexpr const char* kAnother = " A controller is connected. The game takes it when it starts again. ";
 constexpr const char* kPedalsGone = " The pedals are disconnected. ";
 constexpr const char* kPedalsBack = " The pedals are connected. ";
 
@@ -105,11 +103,11 @@ void Controllers::Device::lookAfterPlug(std::vector<std::string>& news) {
     return;
   }
   if (!std::exchange(isGone_, true)) {
-    news.push_back(kGone);
+    news.push_back(kControllerGone);
   }
   if (comeBack()) {
     isGone_ = false;
-    news.push_back(kBack);
+    news.push_back(kControllerBack);
   }
 }
 
@@ -157,10 +155,8 @@ void Controllers::Device::notify(EventReceiver* receiver) {
   receiver->DirectXEvent8_DXCallback(*notify_);
 }
 
-/// One that lies idle on the table beside the keyboard would only rattle.
 void Controllers::Device::rumble(const Rumble& rumble) {
-  constexpr std::uint64_t kStillInHandMs = 10'000;
-  if (usedAt_ && SDL_GetTicks64() - *usedAt_ < kStillInHandMs) {
+  if (usedAt_ && std::chrono::milliseconds(SDL_GetTicks64() - *usedAt_) < kStillInHand) {
     controller_->rumble(rumble);
   }
 }
@@ -212,7 +208,7 @@ void Controllers::lookAround() {
     const SDL_JoystickID instance = SDL_JoystickGetDeviceInstanceID(index);
     const bool isNew = std::find(before.begin(), before.end(), instance) == before.end();
     if (isNew && canDrive(kindAt(index))) {
-      news_.push_back(kAnother);
+      news_.push_back(kAnotherController);
     }
   }
 }

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/common/folder_files.h"
+#include "platform/common/notices.h"
 #include "platform/common/random.h"
 #include "platform/common/rumble.h"
 #include "platform/common/service_voice.h"
@@ -21,16 +22,13 @@
 #include "platform/desktop/launcher.h"
 #include "platform/desktop/tick_clock.h"
 #include "platform/desktop/window.h"
+#include "platform/mixing/felt_sound_device.h"
 #include "platform/mixing/mixer.h"
-#include "platform/mixing/mixer_sound_device.h"
 
 namespace vorn {
 namespace {
 
 constexpr const char* kSoundIsBack = " Sound is back. ";
-constexpr const char* kInBackground = " The window is in the background. ";
-constexpr const char* kInFrontAgain = " The window is in front again. ";
-
 constexpr const char* kOtherDevice = " The sound device that was asked for is not there. ";
 
 /// Where the size of the sound device's buffer stands, once it has grown.
@@ -68,22 +66,6 @@ std::tm localTime(std::chrono::system_clock::time_point moment) {
   return local;
 }
 
-/// The mixer's, through which a crash is felt as well.
-class FeltSoundDevice : public MixerSoundDevice {
- public:
-  FeltSoundDevice(Mixer& mixer, Files& files, std::function<void(const std::string&)> onLoading)
-      : MixerSoundDevice(mixer, files), onLoading_(std::move(onLoading)) {}
-
-  std::unique_ptr<SoundBuffer> CreateSoundBufferFromFile(const std::string& slot, const std::string& fileName,
-                                                         int flags) override {
-    onLoading_(fileName);
-    return MixerSoundDevice::CreateSoundBufferFromFile(slot, fileName, flags);
-  }
-
- private:
-  std::function<void(const std::string&)> onLoading_;  ///< gets the file's name
-};
-
 class DesktopPlatform : public Platform {
  public:
   explicit DesktopPlatform(const DesktopOptions& options)
@@ -113,8 +95,8 @@ class DesktopPlatform : public Platform {
   void enterShutdown() override { window_.enterShutdown(); }
 
   std::unique_ptr<SoundDevice> createSoundDevice() override {
-    return std::make_unique<FeltSoundDevice>(
-        mixer_, files_, [this](const std::string& fileName) { feel(RumbleSense::sound(fileName)); });
+    return std::make_unique<FeltSoundDevice>(mixer_, files_,
+                                             [this](const std::optional<Rumble>& rumble) { feel(rumble); });
   }
   std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
     return std::make_unique<SdlKeyboard>(window_.taps());

@@ -13,6 +13,12 @@ Page& thePage() {
   return page;
 }
 
+bool Page::isRacing() const {
+  constexpr double kMomentMs = 2000;
+  const std::chrono::duration<double, std::milli> now = std::chrono::steady_clock::now().time_since_epoch();
+  return now.count() - lastTick < kMomentMs;
+}
+
 void Page::tell(Tell what, int number, std::string_view text) {
   // The page's thread comes to it later: it gets a copy, which it frees.
   auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
@@ -93,10 +99,7 @@ EMSCRIPTEN_KEEPALIVE int vorn_pulse() {
   return thePage().pulse;
 }
 
-/// Whether the car has moved a moment ago.
 EMSCRIPTEN_KEEPALIVE int vorn_is_racing() {
-  constexpr double kMomentMs = 2000;
-  const std::chrono::duration<double, std::milli> now = std::chrono::steady_clock::now().time_since_epoch();
-  return now.count() - thePage().lastTick < kMomentMs ? 1 : 0;
+  return thePage().isRacing() ? 1 : 0;
 }
 }

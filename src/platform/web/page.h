@@ -18,15 +18,16 @@ namespace vorn {
 
 /// What the page can be told; the numbers are those of `site/page.js`.
 enum class Tell {
-  kCaption = 0,   ///< the window's title
-  kSpoken = 1,    ///< a text that is being said, to be read
-  kSay = 2,       ///< number: of the request; voice, rate, volume and text, separated by U+001F
-  kSilence = 3,   ///< everything asked for until now
-  kBox = 4,       ///< a message to be confirmed
-  kStore = 5,     ///< number: of the request; name, NUL, bytes
-  kRemove = 6,    ///< number: of the request; name
-  kEnded = 7,     ///< number: exit status
-  kDiagnosis = 8  ///< what would go to standard error
+  kCaption = 0,    ///< the window's title
+  kSpoken = 1,     ///< a text that is being said, to be read
+  kSay = 2,        ///< number: of the request; voice, rate, volume and text, separated by U+001F
+  kSilence = 3,    ///< everything asked for until now
+  kBox = 4,        ///< a message to be confirmed
+  kStore = 5,      ///< number: of the request; name, NUL, bytes
+  kRemove = 6,     ///< number: of the request; name
+  kEnded = 7,      ///< number: exit status
+  kDiagnosis = 8,  ///< what would go to standard error
+  kRumble = 9      ///< number: of the controller; strength of the heavy and the light motor, milliseconds
 };
 
 /// Sound on its way to the worklet, which reads it by this layout (`site/worklet.js`):
@@ -56,6 +57,8 @@ struct Page {
 
   /// Of the car; milliseconds of the steady clock.
   std::atomic<double> lastTick{-1e9};
+  /// Whether the car has moved a moment ago.
+  bool isRacing() const;
 
   /// Does not wait.
   void tell(Tell what, int number = 0, std::string_view text = {});

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "platform/common/axis_law.h"
+#include "platform/common/notices.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -88,6 +90,8 @@ RawControls placedControls(const PagePad& pad) {
 }
 
 class PagePads::Device final : public ControllerDevice {
+  using Clock = std::chrono::steady_clock;
+
  public:
   Device(PagePads& owner, int index, const PagePad& pad)
       : owner_(owner), index_(index), id_(pad.id), reader_(layoutOf(pagePadFacts(pad))) {
@@ -136,6 +140,29 @@ class PagePads::Device final : public ControllerDevice {
   }
   int buttonCount() override { return vorn::buttonCount(reader_.layout()); }
 
+  int index() const { return index_; }
+  bool isAttached() const {
+    const auto pad = owner_.padAt(index_);
+    return pad && pad->id == id_;
+  }
+  bool isInHand() const { return usedAt_ && Clock::now() - *usedAt_ < kStillInHand; }
+
+  /// Tells `news` of its being unplugged, and goes on with one of its kind where there is one.
+  void lookAfterPlug(std::vector<std::string>& news) {
+    if (isAttached()) {
+      if (std::exchange(isGone_, false)) {
+        news.emplace_back(kControllerBack);
+      }
+      return;
+    }
+    if (!std::exchange(isGone_, true)) {
+      news.emplace_back(kControllerGone);
+    }
+    if (const auto again = owner_.indexOf(id_)) {
+      index_ = *again;
+    }
+  }
+
   void notify(EventReceiver* receiver) {
     if (!isAcquired_ || !notify_ || receiver == nullptr) {
       return;
@@ -145,6 +172,7 @@ class PagePads::Device final : public ControllerDevice {
       return;
     }
     told_ = now;
+    usedAt_ = Clock::now();
     receiver->DirectXEvent8_DXCallback(*notify_);
   }
 
@@ -162,13 +190,15 @@ class PagePads::Device final : public ControllerDevice {
   }
 
   PagePads& owner_;
-  const int index_;
+  int index_;
   const std::string id_;
   ControllerReader reader_;
   std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
   std::optional<int> notify_;
   bool isAcquired_ = false;
-  JoystickState told_;  ///< what the game has been told of
+  bool isGone_ = false;                      ///< and the player knows
+  JoystickState told_;                       ///< what the game has been told of
+  std::optional<Clock::time_point> usedAt_;  ///< nothing before its first use
 };
 
 void PagePads::report(int index, PagePad pad) {
@@ -185,6 +215,13 @@ std::optional<PagePad> PagePads::padAt(int index) {
   const std::lock_guard lock(mutex_);
   const auto found = pads_.find(index);
   return found == pads_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<int> PagePads::indexOf(const std::string& id) {
+  const std::lock_guard lock(mutex_);
+  const auto found =
+      std::find_if(pads_.begin(), pads_.end(), [&](const auto& entry) { return entry.second.id == id; });
+  return found == pads_.end() ? std::nullopt : std::optional(found->first);
 }
 
 std::vector<std::string> PagePads::attached() {
@@ -210,13 +247,45 @@ std::unique_ptr<ControllerDevice> PagePads::open(const std::string& identifier) 
   throw PlatformError("CreateDevice", identifier, "no such controller is attached");
 }
 
+/// Takes notice of what has been plugged in or out since it was last looked at.
+void PagePads::lookAround() {
+  for (Device* device : devices_) {
+    device->lookAfterPlug(news_);
+  }
+  const std::vector<std::string> present = attached();
+  const std::vector<std::string> before = std::exchange(known_, present).value_or(present);
+  const bool isOneInUse = std::any_of(devices_.begin(), devices_.end(),
+                                      [](const Device* device) { return device->isAttached(); });
+  for (const std::string& identifier : present) {
+    const bool isNew = std::find(before.begin(), before.end(), identifier) == before.end();
+    if (isNew && !isOneInUse) {
+      news_.emplace_back(kAnotherController);
+    }
+  }
+}
+
 void PagePads::notify(EventReceiver* receiver) {
+  lookAround();
   const std::vector<Device*> devices = devices_;  // the receiver may close one
   for (Device* device : devices) {
     if (std::find(devices_.begin(), devices_.end(), device) != devices_.end()) {
       device->notify(receiver);
     }
   }
+}
+
+std::vector<int> PagePads::inHand() {
+  std::vector<int> indices;
+  for (const Device* device : devices_) {
+    if (device->isInHand()) {
+      indices.push_back(device->index());
+    }
+  }
+  return indices;
+}
+
+std::vector<std::string> PagePads::takeNews() {
+  return std::exchange(news_, {});
 }
 
 }  // namespace vorn

@@ -2,13 +2,16 @@
 /// reads X, Y, Rx, Ry and 32 buttons. What is taken for what `controller_layout.h` tells.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/common/controller_reader.h"
+#include "platform/common/rumble.h"
 #include "platform/platform.h"
 
 namespace vorn {
@@ -37,17 +40,27 @@ class PagePads {
   std::unique_ptr<ControllerDevice> open(const std::string& identifier);
   /// Tells `receiver` (null: nobody) of the controllers whose state has changed.
   void notify(EventReceiver* receiver);
+  /// The page's numbers of those that the player has lately moved a control of.
+  std::vector<int> inHand();
+  /// What the player should hear since the last call: controllers that have come and gone.
+  std::vector<std::string> takeNews();
 
  private:
   class Device;
 
   /// As it stands now; nothing where it has been unplugged.
   std::optional<PagePad> padAt(int index);
+  /// The page's number of one with this text; nothing where there is none.
+  std::optional<int> indexOf(const std::string& id);
+  void lookAround();
 
   std::mutex mutex_;  ///< over what follows
   std::map<int, PagePad> pads_;
 
-  std::vector<Device*> devices_;  ///< the game thread's
+  // The game thread's.
+  std::vector<Device*> devices_;
+  std::optional<std::vector<std::string>> known_;  ///< that have been looked at
+  std::vector<std::string> news_;
 };
 
 }  // namespace vorn

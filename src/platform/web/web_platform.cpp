@@ -8,10 +8,12 @@
 
 #include "platform/common/close_requests.h"
 #include "platform/common/key_latch.h"
+#include "platform/common/notices.h"
 #include "platform/common/random.h"
+#include "platform/common/rumble.h"
 #include "platform/common/service_voice.h"
 #include "platform/common/windows1252.h"
-#include "platform/mixing/mixer_sound_device.h"
+#include "platform/mixing/felt_sound_device.h"
 #include "platform/web/page_keys.h"
 #include "platform/web/page_speech.h"
 #include "platform/web/sound_output.h"
@@ -114,7 +116,8 @@ class WebPlatform : public Platform {
   void enterShutdown() override { closeRequests_.enterShutdown(); }
 
   std::unique_ptr<SoundDevice> createSoundDevice() override {
-    return std::make_unique<MixerSoundDevice>(mixer_, files_);
+    return std::make_unique<FeltSoundDevice>(mixer_, files_,
+                                             [this](const std::optional<Rumble>& rumble) { feel(rumble); });
   }
   std::unique_ptr<KeyboardDevice> createKeyboardDevice() override {
     return std::make_unique<PageKeyboard>(held_, taps_);
@@ -132,16 +135,19 @@ class WebPlatform : public Platform {
 
   double randomFraction() override { return random_.fraction(); }
   void reseedRandom() override { random_.reseed(clockSeed()); }
-  void carTicked(const TickReport&) override {
+  void carTicked(const TickReport& report) override {
     page_.lastTick =
         std::chrono::duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+    feel(rumbleSense_.tick(report));
   }
 
  private:
   void doYield(int atMostMs) override;
   void deliver(const PageEvent& event);
   void noteKey(const PageEvent& event);
-  void loseFocus();
+  void changeFocus(bool isInBackground);
+  void feel(const std::optional<Rumble>& rumble);
+  void announce(const std::string& text);
   bool pause();
 
   Page& page_;
@@ -155,6 +161,8 @@ class WebPlatform : public Platform {
   bool hasHadVoice_ = false;
   EventReceiver* receiver_ = nullptr;
   CloseRequests closeRequests_;
+  RumbleSense rumbleSense_;
+  bool isInBackground_ = false;
   KeyboardState held_{};
   KeyLatch taps_;
 };
@@ -198,6 +206,9 @@ void WebPlatform::doYield(int atMostMs) {
     deliver(*event);
   }
   page_.pads.notify(receiver_);
+  for (const std::string& news : page_.pads.takeNews()) {
+    announce(news);
+  }
 }
 
 void WebPlatform::deliver(const PageEvent& event) {
@@ -207,10 +218,10 @@ void WebPlatform::deliver(const PageEvent& event) {
       noteKey(event);
       break;
     case PageEvent::Kind::kFocus:
-      mixer_.setMuted(false);
+      changeFocus(false);
       break;
     case PageEvent::Kind::kBlur:
-      loseFocus();
+      changeFocus(true);
       break;
     case PageEvent::Kind::kClose:
       closeRequests_.ask();
@@ -236,10 +247,31 @@ void WebPlatform::noteKey(const PageEvent& event) {
   }
 }
 
-/// Nobody reports the keys that are let go of elsewhere.
-void WebPlatform::loseFocus() {
-  mixer_.setMuted(true);
+/// In a race, which does not wait, whoever loses the focus without meaning to has to hear of it. Nobody
+/// reports the keys that are let go of elsewhere.
+void WebPlatform::changeFocus(bool isInBackground) {
+  mixer_.setMuted(isInBackground);
   held_ = {};
+  if (std::exchange(isInBackground_, isInBackground) != isInBackground && page_.isRacing()) {
+    announce(isInBackground ? kInBackground : kInFrontAgain);
+  }
+}
+
+void WebPlatform::feel(const std::optional<Rumble>& rumble) {
+  if (!rumble) {
+    return;
+  }
+  for (const int pad : page_.pads.inHand()) {
+    page_.tell(Tell::kRumble, pad,
+               std::to_string(rumble->heavy) + ' ' + std::to_string(rumble->light) + ' ' +
+                   std::to_string(rumble->ms));
+  }
+}
+
+/// Says something of the platform's own as the game's texts are said.
+void WebPlatform::announce(const std::string& text) {
+  speech_.say(text, voiceSettings_);
+  page_.tell(Tell::kSpoken, 0, text);
 }
 
 /// After the first one a voice is made where the player looks for another.

@@ -7,7 +7,7 @@ import { BrowserVoice, ReaderVoice } from "./voices.js";
 /** @typedef {import("./voices.js").Voice} Voice */
 
 /** What the game tells; the numbers are those of `Tell` in page.h. */
-const CAPTION = 0, SPOKEN = 1, SAY = 2, SILENCE = 3, BOX = 4, STORE = 5, REMOVE = 6, ENDED = 7, DIAGNOSIS = 8;
+const CAPTION = 0, SPOKEN = 1, SAY = 2, SILENCE = 3, BOX = 4, STORE = 5, REMOVE = 6, ENDED = 7, DIAGNOSIS = 8, RUMBLE = 9;
 
 const CAPTION_LINES = 4;
 const PAD_EVERY_MS = 8;
@@ -221,7 +221,14 @@ function listener(from, voice, ended) {
     } else if (what === REMOVE) answer(files.remove(text), number);
     else if (what === ENDED) ended(number);
     else if (what === DIAGNOSIS) console.error(text);
+    else if (what === RUMBLE) rumble(number, text);
   };
+}
+
+/** Where the browser can. @param {number} pad @param {string} text strength of the heavy and the light motor, milliseconds */
+function rumble(pad, text) {
+  const [strongMagnitude, weakMagnitude, duration] = text.split(" ").map(Number);
+  navigator.getGamepads()[pad]?.vibrationActuator?.playEffect("dual-rumble", { duration, strongMagnitude, weakMagnitude }).catch(() => {});
 }
 
 /** @param {Game} from @param {string} text */

@@ -86,5 +86,55 @@ TEST(PagePads, AnUnpluggedOneIsAtRest) {
   EXPECT_THROW(pads.open("0"), PlatformError);
 }
 
+TEST(PagePads, ComingAndGoingIsToldOnce) {
+  PagePads pads;
+  pads.report(0, standardPad());
+  const auto device = pads.open("0");
+  device->Acquire();
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(), IsEmpty());
+  pads.remove(0);
+  pads.notify(nullptr);
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(), ElementsAre(" The controller is disconnected. "));
+  PagePad again = standardPad();
+  again.controls.axes[0] = 1;
+  pads.report(3, again);  // a browser gives it another number
+  pads.notify(nullptr);
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(), ElementsAre(" The controller is connected again. "));
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, 10000);
+}
+
+TEST(PagePads, OneThatComesLaterIsToldOfUnlessAnotherIsInUse) {
+  PagePads pads;
+  pads.notify(nullptr);
+  pads.report(0, standardPad());
+  pads.notify(nullptr);
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(),
+              ElementsAre(" A controller is connected. The game takes it when it starts again. "));
+  const auto device = pads.open("0");
+  pads.report(1, standardPad());
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(), IsEmpty());
+}
+
+TEST(PagePads, OnlyOneThatHasBeenMovedIsInHand) {
+  PagePads pads;
+  pads.report(4, standardPad());
+  const auto device = pads.open("4");
+  device->SetEventNotification(7);
+  device->Acquire();
+  Receiver receiver;
+  pads.notify(&receiver);
+  EXPECT_THAT(pads.inHand(), IsEmpty());
+  PagePad moved = standardPad();
+  moved.controls.axes[0] = 1;
+  pads.report(4, moved);
+  pads.notify(&receiver);
+  EXPECT_THAT(pads.inHand(), ElementsAre(4));
+}
+
 }  // namespace
 }  // namespace vorn

@@ -1,0 +1,14 @@
+/// What a platform says by itself, in the same words wherever the game runs.
+#pragma once
+
+namespace vorn {
+
+inline constexpr const char* kInBackground = " The window is in the background. ";
+inline constexpr const char* kInFrontAgain = " The window is in front again. ";
+
+inline constexpr const char* kControllerGone = " The controller is disconnected. ";
+inline constexpr const char* kControllerBack = " The controller is connected again. ";
+inline constexpr const char* kAnotherController =
+    " A controller is connected. The game takes it when it starts again. ";
+
+}  // namespace vorn
