@@ -12,6 +12,7 @@
 #include "codriver/lap_aid.h"
 #include "codriver/loudness.h"
 #include "codriver/menu.h"
+#include "platform/common/forwarding_devices.h"
 #include "platform/common/key_codes.h"
 #include "state/track_names.h"
 #include "tracks/catalogue.h"
@@ -239,59 +240,35 @@ class Place {
   Device* device_;
 };
 
-class WatchedKeyboard : public KeyboardDevice {
+class WatchedKeyboard : public ForwardingKeyboard {
  public:
-  WatchedKeyboard(std::unique_ptr<KeyboardDevice> inner, Seat& seat)
-      : inner_(std::move(inner)), place_(seat.keyboard, inner_.get()) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void Acquire() override { inner_->Acquire(); }
-  KeyboardState GetDeviceStateKeyboard() override { return inner_->GetDeviceStateKeyboard(); }
+  WatchedKeyboard(std::unique_ptr<KeyboardDevice> watched, Seat& seat)
+      : ForwardingKeyboard(std::move(watched)), place_(seat.keyboard, &inner()) {}
 
  private:
-  std::unique_ptr<KeyboardDevice> inner_;
   Place<KeyboardDevice> place_;
 };
 
-class WatchedController : public ControllerDevice {
+class WatchedController : public ForwardingController {
  public:
-  WatchedController(std::unique_ptr<ControllerDevice> inner, Seat& seat)
-      : inner_(std::move(inner)), place_(seat.controller, inner_.get()) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void SetEventNotification(int handle) override { inner_->SetEventNotification(handle); }
-  void SetRange(int low, int high) override { inner_->SetRange(low, high); }
-  void SetAxisProperty(AxisProperty property, int object, int value) override {
-    inner_->SetAxisProperty(property, object, value);
-  }
-  void Acquire() override { inner_->Acquire(); }
-  void Unacquire() override { inner_->Unacquire(); }
-  void Poll() override { inner_->Poll(); }
-  JoystickState GetDeviceStateJoystick() override { return inner_->GetDeviceStateJoystick(); }
-  int buttonCount() override { return inner_->buttonCount(); }
+  WatchedController(std::unique_ptr<ControllerDevice> watched, Seat& seat)
+      : ForwardingController(std::move(watched)), place_(seat.controller, &inner()) {}
 
  private:
-  std::unique_ptr<ControllerDevice> inner_;
   Place<ControllerDevice> place_;
 };
 
-class WatchedVoice : public Voice {
+class WatchedVoice : public ForwardingVoice {
  public:
-  WatchedVoice(std::unique_ptr<Voice> inner, Codriver& codriver)
-      : inner_(std::move(inner)), codriver_(codriver), place_(codriver.seat().voice, inner_.get()) {}
-  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+  WatchedVoice(std::unique_ptr<Voice> watched, Codriver& codriver)
+      : ForwardingVoice(std::move(watched)), codriver_(codriver), place_(codriver.seat().voice, &inner()) {}
 
  private:
-  void doSetVoice(int index) override { inner_->setVoice(index); }
-  void doSetVolume(int volume) override { inner_->setVolume(volume); }
-  void doSetRate(int rate) override { inner_->setRate(rate); }
   void doSpeak(const std::string& text, int flags) override {
-    inner_->Speak(text, flags);
+    inner().Speak(text, flags);
     codriver_.said(text, flags);
   }
-  int doRunningState() override { return inner_->RunningState(); }
 
-  std::unique_ptr<Voice> inner_;
   Codriver& codriver_;
   Place<Voice> place_;
 };

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/common/forwarding_devices.h"
 #include "race/drive_train.h"
 #include "sound/loading.h"
 #include "sound/playback.h"
@@ -12,47 +13,31 @@ namespace {
 
 constexpr int kPriorityLevel = 2;
 
-class TaughtKeyboard : public KeyboardDevice {
+class TaughtKeyboard : public ForwardingKeyboard {
  public:
   TaughtKeyboard(std::unique_ptr<KeyboardDevice> inner, const TaughtPlatform& platform)
-      : inner_(std::move(inner)), platform_(platform) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void Acquire() override { inner_->Acquire(); }
+      : ForwardingKeyboard(std::move(inner)), platform_(platform) {}
   KeyboardState GetDeviceStateKeyboard() override {
-    KeyboardState state = inner_->GetDeviceStateKeyboard();
+    KeyboardState state = inner().GetDeviceStateKeyboard();
     if (platform_.onKeys) platform_.onKeys(state);
     return state;
   }
 
  private:
-  std::unique_ptr<KeyboardDevice> inner_;
   const TaughtPlatform& platform_;
 };
 
-class TaughtController : public ControllerDevice {
+class TaughtController : public ForwardingController {
  public:
   TaughtController(std::unique_ptr<ControllerDevice> inner, const TaughtPlatform& platform)
-      : inner_(std::move(inner)), platform_(platform) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void SetEventNotification(int handle) override { inner_->SetEventNotification(handle); }
-  void SetRange(int low, int high) override { inner_->SetRange(low, high); }
-  void SetAxisProperty(AxisProperty property, int object, int value) override {
-    inner_->SetAxisProperty(property, object, value);
-  }
-  void Acquire() override { inner_->Acquire(); }
-  void Unacquire() override { inner_->Unacquire(); }
-  void Poll() override { inner_->Poll(); }
+      : ForwardingController(std::move(inner)), platform_(platform) {}
   JoystickState GetDeviceStateJoystick() override {
-    JoystickState state = inner_->GetDeviceStateJoystick();
+    JoystickState state = inner().GetDeviceStateJoystick();
     if (platform_.onController) platform_.onController(state);
     return state;
   }
-  int buttonCount() override { return inner_->buttonCount(); }
 
  private:
-  std::unique_ptr<ControllerDevice> inner_;
   const TaughtPlatform& platform_;
 };
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "demo/demo_driver.h"
+#include "platform/common/forwarding_devices.h"
 #include "platform/common/forwarding_platform.h"
 #include "platform/common/key_codes.h"
 #include "platform/common/read_only_files.h"
@@ -29,26 +30,20 @@ struct DemoInput {
 };
 
 /// Speaks through the other platform's voice and lets the driver hear it.
-class OverheardVoice : public Voice {
+class OverheardVoice : public ForwardingVoice {
  public:
   OverheardVoice(std::unique_ptr<Voice> inner, DemoDriver& driver, std::ostream& captions)
-      : inner_(std::move(inner)), driver_(driver), captions_(captions) {}
-  std::vector<std::string> GetVoices() override { return inner_->GetVoices(); }
+      : ForwardingVoice(std::move(inner)), driver_(driver), captions_(captions) {}
 
  private:
-  void doSetVoice(int index) override { inner_->setVoice(index); }
-  void doSetVolume(int volume) override { inner_->setVolume(volume); }
-  void doSetRate(int rate) override { inner_->setRate(rate); }
   void doSpeak(const std::string& text, int flags) override {
     if (text.find_first_not_of(' ') != std::string::npos) {
       captions_ << printableUtf8(text) << std::endl;
       driver_.hear(text);
     }
-    inner_->Speak(text, flags);
+    inner().Speak(text, flags);
   }
-  int doRunningState() override { return inner_->RunningState(); }
 
-  std::unique_ptr<Voice> inner_;
   DemoDriver& driver_;
   std::ostream& captions_;
 };

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/common/folder_files.h"
+#include "platform/common/forwarding_devices.h"
 #include "platform/common/forwarding_platform.h"
 #include "platform/common/random.h"
 #include "platform/headless/options.h"
@@ -21,73 +22,52 @@ namespace {
 namespace fs = std::filesystem;
 namespace chr = std::chrono;
 
-class RecordedKeyboard : public KeyboardDevice {
+class RecordedKeyboard : public ForwardingKeyboard {
  public:
   RecordedKeyboard(std::unique_ptr<KeyboardDevice> inner, InputRecorder& recorder)
-      : inner_(std::move(inner)), recorder_(recorder) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void Acquire() override { inner_->Acquire(); }
+      : ForwardingKeyboard(std::move(inner)), recorder_(recorder) {}
   KeyboardState GetDeviceStateKeyboard() override {
-    const KeyboardState state = inner_->GetDeviceStateKeyboard();
+    const KeyboardState state = inner().GetDeviceStateKeyboard();
     recorder_.keyboardRead(state);
     return state;
   }
 
  private:
-  std::unique_ptr<KeyboardDevice> inner_;
   InputRecorder& recorder_;
 };
 
-class RecordedController : public ControllerDevice {
+class RecordedController : public ForwardingController {
  public:
   RecordedController(std::unique_ptr<ControllerDevice> inner, InputRecorder& recorder)
-      : inner_(std::move(inner)), recorder_(recorder) {}
-  void SetCommonDataFormat(int format) override { inner_->SetCommonDataFormat(format); }
-  void SetCooperativeLevel(int flags) override { inner_->SetCooperativeLevel(flags); }
-  void SetEventNotification(int handle) override { inner_->SetEventNotification(handle); }
-  void SetRange(int low, int high) override { inner_->SetRange(low, high); }
-  void SetAxisProperty(AxisProperty property, int object, int value) override {
-    inner_->SetAxisProperty(property, object, value);
-  }
-  void Acquire() override { inner_->Acquire(); }
-  void Unacquire() override { inner_->Unacquire(); }
-  void Poll() override { inner_->Poll(); }
+      : ForwardingController(std::move(inner)), recorder_(recorder) {}
   JoystickState GetDeviceStateJoystick() override {
-    const JoystickState state = inner_->GetDeviceStateJoystick();
+    const JoystickState state = inner().GetDeviceStateJoystick();
     recorder_.controllerRead(state);
     return state;
   }
-  int buttonCount() override { return inner_->buttonCount(); }
 
  private:
-  std::unique_ptr<ControllerDevice> inner_;
   InputRecorder& recorder_;
 };
 
-class RecordedVoice : public Voice {
+class RecordedVoice : public ForwardingVoice {
  public:
   /// `tellVoices` hears how many voices there are, each time that the game asks.
   RecordedVoice(std::unique_ptr<Voice> inner, ScriptWriter& writer,
                 std::function<void(std::size_t)> tellVoices)
-      : inner_(std::move(inner)), writer_(writer), tellVoices_(std::move(tellVoices)) {}
+      : ForwardingVoice(std::move(inner)), writer_(writer), tellVoices_(std::move(tellVoices)) {}
   std::vector<std::string> GetVoices() override {
-    std::vector<std::string> voices = inner_->GetVoices();
+    std::vector<std::string> voices = inner().GetVoices();
     tellVoices_(voices.size());
     return voices;
   }
 
  private:
-  void doSetVoice(int index) override { inner_->setVoice(index); }
-  void doSetVolume(int volume) override { inner_->setVolume(volume); }
-  void doSetRate(int rate) override { inner_->setRate(rate); }
   void doSpeak(const std::string& text, int flags) override {
     if (!text.empty()) writer_.requested(text);
-    inner_->Speak(text, flags);
+    inner().Speak(text, flags);
   }
-  int doRunningState() override { return inner_->RunningState(); }
 
-  std::unique_ptr<Voice> inner_;
   ScriptWriter& writer_;
   std::function<void(std::size_t)> tellVoices_;
 };
