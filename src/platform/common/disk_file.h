@@ -4,10 +4,10 @@
 /// device, a folder) fails without being waited for.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 namespace vorn {
 
@@ -37,7 +37,10 @@ void appendToFile(const char* call, const std::string& name, const std::filesyst
 struct FileContent {
   std::uint64_t device, file;
   std::int64_t changed, size;
-  auto operator<=>(const FileContent&) const = default;
+  bool operator<(const FileContent& other) const {
+    return std::tie(device, file, changed, size) <
+           std::tie(other.device, other.file, other.changed, other.size);
+  }
 };
 FileContent contentOf(const char* call, const std::string& name, const std::filesystem::path& path);
 
