@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
 #include <iostream>
 #include <optional>
@@ -14,6 +13,7 @@
 #include "platform/common/random.h"
 #include "platform/common/rumble.h"
 #include "platform/common/service_voice.h"
+#include "platform/common/system_clock.h"
 #include "platform/common/windows1252.h"
 #include "platform/desktop/audio_output.h"
 #include "platform/desktop/controllers.h"
@@ -55,17 +55,6 @@ std::string lateness(int milliseconds) {
          " milliseconds after it happens. One with a cable would be quicker. ";
 }
 
-std::uint64_t clockSeed() {
-  return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
-}
-
-std::tm localTime(std::chrono::system_clock::time_point moment) {
-  const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
-  std::tm local{};
-  localtime_r(&seconds, &local);
-  return local;
-}
-
 class DesktopPlatform : public Platform {
  public:
   explicit DesktopPlatform(const DesktopOptions& options)
@@ -86,8 +75,8 @@ class DesktopPlatform : public Platform {
   ~DesktopPlatform() override { keepBuffer(); }
 
   std::int32_t tickCount() override { return clock_.now(); }
-  double secondsSinceMidnight() override;
-  Date today() override;
+  double secondsSinceMidnight() override { return localSecondsSinceMidnight(); }
+  Date today() override { return localDate(); }
 
   void setCaption(const std::string& caption) override { window_.setCaption(caption); }
   void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
@@ -151,19 +140,6 @@ class DesktopPlatform : public Platform {
   bool isDelayTold_ = false, isMissingTold_ = false;
   std::chrono::steady_clock::time_point lastTick_;  ///< of the car
 };
-
-double DesktopPlatform::secondsSinceMidnight() {
-  const auto now = std::chrono::system_clock::now();
-  const std::tm local = localTime(now);
-  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
-  return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec +
-         std::chrono::duration<double>(fraction).count();
-}
-
-Date DesktopPlatform::today() {
-  const std::tm local = localTime(std::chrono::system_clock::now());
-  return {local.tm_mon + 1, local.tm_mday, local.tm_year + 1900};
-}
 
 void DesktopPlatform::startProgram(const std::string& name, int) {
   const std::filesystem::path program = files_.pathOf("Shell", name);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <thread>
 #include <utility>
 
@@ -12,6 +11,7 @@
 #include "platform/common/random.h"
 #include "platform/common/rumble.h"
 #include "platform/common/service_voice.h"
+#include "platform/common/system_clock.h"
 #include "platform/common/windows1252.h"
 #include "platform/mixing/felt_sound_device.h"
 #include "platform/web/page_keys.h"
@@ -23,20 +23,8 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-using std::chrono::system_clock;
 
 constexpr milliseconds kMoment{2};
-
-std::uint64_t clockSeed() {
-  return static_cast<std::uint64_t>(system_clock::now().time_since_epoch().count());
-}
-
-std::tm localTime(system_clock::time_point moment) {
-  const std::time_t seconds = system_clock::to_time_t(moment);
-  std::tm local{};
-  localtime_r(&seconds, &local);
-  return local;
-}
 
 milliseconds wholeMilliseconds() {
   return std::chrono::floor<milliseconds>(steady_clock::now().time_since_epoch());
@@ -107,8 +95,8 @@ class WebPlatform : public Platform {
   std::int32_t tickCount() override {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
   }
-  double secondsSinceMidnight() override;
-  Date today() override;
+  double secondsSinceMidnight() override { return localSecondsSinceMidnight(); }
+  Date today() override { return localDate(); }
 
   void setCaption(const std::string& caption) override { page_.tell(Tell::kCaption, 0, caption); }
   void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
@@ -166,19 +154,6 @@ class WebPlatform : public Platform {
   KeyboardState held_{};
   KeyLatch taps_;
 };
-
-double WebPlatform::secondsSinceMidnight() {
-  const auto now = system_clock::now();
-  const std::tm local = localTime(now);
-  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
-  return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec +
-         std::chrono::duration<double>(fraction).count();
-}
-
-Date WebPlatform::today() {
-  const std::tm local = localTime(system_clock::now());
-  return {local.tm_mon + 1, local.tm_mday, local.tm_year + 1900};
-}
 
 int WebPlatform::messageBox(const std::string& text) {
   constexpr int kOk = 1;
