@@ -156,7 +156,7 @@ int play(std::vector<std::string> arguments) {
   try {
     return line.listDevices ? listAudioDevices() : playOnDesktop(line.desktop);
   } catch (const std::exception& error) {
-    std::cerr << error.what() << std::endl;
+    tellProblem(error.what());
     return kFailed;
   }
 }

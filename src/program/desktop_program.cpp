@@ -15,6 +15,7 @@
 #include "platform/headless/session_files.h"
 #include "program/caption_stream.h"
 #include "program/game_folder.h"
+#include "program/process.h"
 #include "recording/recording_platform.h"
 #include "shell/start_up.h"
 #include "sound/playback.h"
@@ -63,11 +64,10 @@ fs::path freeName(const fs::path& folder) {
 }
 
 /// The demonstration in virtual time, into a file that can be listened to anywhere.
-int recordDemonstration(const fs::path& folder, int track) {
+int recordDemonstration(const std::string& reason, const fs::path& folder, int track) {
   const fs::path file = fs::absolute(freeName(folder));
-  std::cerr << "Until then, a demonstration lap: what it sounds like goes to " << file.string()
-            << ", what is said follows.\n"
-            << std::endl;
+  tellProblem(reason + "\nUntil then, a demonstration lap: what it sounds like goes to " + file.string() +
+              ", what is said follows.\n");
   const auto sink = openRenderSink(file.string());
   HeadlessOptions options;
   options.folder = folder;
@@ -91,7 +91,7 @@ int playOnDesktop(const DesktopRequest& request) {
   const GameFolder folder = gameFolder(request.folder);
   fillWithSounds(folder.path);
   if (const std::string problem = speechProblem(); !problem.empty()) {
-    std::cerr << problem << std::endl;
+    tellProblem(problem);
     return 1;
   }
   CaptionStream captions;
@@ -110,8 +110,7 @@ int playOnDesktop(const DesktopRequest& request) {
   try {
     desktop = makeDesktopPlatform(options);
   } catch (const DesktopUnavailable& missing) {
-    std::cerr << missing.what() << std::endl;
-    return recordDemonstration(folder.path, request.track);
+    return recordDemonstration(missing.what(), folder.path, request.track);
   }
   if (request.demonstration) {
     const auto demonstration = makeDemoPlatform(*desktop, request.track, captions);

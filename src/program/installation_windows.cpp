@@ -1,10 +1,10 @@
 #include <windows.h>
 
 #include <cstdlib>
-#include <iostream>
 #include <string>
 
 #include "program/installation.h"
+#include "program/process.h"
 
 namespace vorn {
 namespace {
@@ -30,7 +30,7 @@ fs::path playersData() {
 }
 
 void makeSounds(const fs::path&) {
-  std::cerr << "Sounds are missing: take the whole folder of the game out of its archive again." << std::endl;
+  tellProblem("Sounds are missing: take the whole folder of the game out of its archive again.");
 }
 
 }  // namespace vorn

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <iostream>
 
 #include "program/installation.h"
 #include "program/process.h"
@@ -38,6 +39,10 @@ std::vector<std::string> prepareProcess(int argc, char** argv) {
   openStandardStreams();
   useInstalledVoiceData();
   return {argv + 1, argv + argc};
+}
+
+void tellProblem(const std::string& text) {
+  std::cerr << text << std::endl;
 }
 
 }  // namespace vorn

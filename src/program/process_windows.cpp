@@ -6,11 +6,15 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <iostream>
 
+#include "platform/common/utf8_path.h"
 #include "program/process.h"
 
 namespace vorn {
 namespace {
+
+bool errorsAreSeen = true;
 
 /// A program with windows has no console: where it was started from one, and its streams
 /// lead nowhere else, what it says is to be seen there.
@@ -29,6 +33,7 @@ void openStandardStreams() {
   for (const Stream& stream : streams) {
     const HANDLE handle = ::GetStdHandle(stream.number);
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE) {
+      if (stream.file == stderr) errorsAreSeen = hasConsole;
       (void)::_wfreopen(hasConsole ? stream.console : L"NUL", stream.mode, stream.file);
     }
     ::_setmode(::_fileno(stream.file), _O_BINARY);  // scripts, traces and sound are the same everywhere
@@ -45,6 +50,13 @@ std::vector<std::string> prepareProcess(int, char**) {
   for (int i = 1; i < count; ++i) arguments.push_back(std::filesystem::path(words[i]).string());
   ::LocalFree(words);
   return arguments;
+}
+
+void tellProblem(const std::string& text) {
+  std::cerr << text << std::endl;
+  if (errorsAreSeen) return;
+  // Every screen reader reads such a box.
+  ::MessageBoxW(nullptr, utf8Path(text).wstring().c_str(), L"Vorn 1 TTS", MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 }  // namespace vorn
