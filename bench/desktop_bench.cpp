@@ -80,7 +80,7 @@ class NewFolder : public TemporaryFolder {
   }
 };
 
-/// Notes how long after the earliest possible moment each car tick came, and the load meanwhile.
+/// Notes how far apart the reports of the car are, how late the waits for a tick end, and the load meanwhile.
 class TickWatch : public ForwardingPlatform {
  public:
   using ForwardingPlatform::ForwardingPlatform;
@@ -105,6 +105,8 @@ class TickWatch : public ForwardingPlatform {
     const double lasted = std::chrono::duration<double>(last_ - start_).count();
     std::cout << "ticks " << intervals_.size() << "\ninterval ms p50 " << percentile(intervals_, 0.5)
               << ", p99 " << percentile(intervals_, 0.99) << ", longest " << percentile(intervals_, 1)
+              << "\nend of the wait, ms late p50 " << percentile(late_, 0.5) << ", p99 "
+              << percentile(late_, 0.99) << ", longest " << percentile(late_, 1)
               << "\nprocessor while racing, percent of a core "
               << 100 * (processorAtLast_ - processorAtStart_) / lasted << "\nwakeups a second "
               << wakeupsPerSecond_ << '\n';
@@ -113,7 +115,19 @@ class TickWatch : public ForwardingPlatform {
  private:
   static constexpr int kTicksALook = 50;
 
+  /// A wait that no event cut short ends a tick. The game counts whole milliseconds.
+  void doYield(int atMostMs) override {
+    const auto end =
+        std::chrono::floor<std::chrono::milliseconds>(Clock::now()) + std::chrono::milliseconds(atMostMs);
+    inner().yield(atMostMs);
+    const auto now = Clock::now();
+    if (atMostMs > 0 && lastRaceTicks_ >= 0 && now >= end) {
+      late_.push_back(std::chrono::duration<double, std::milli>(now - end).count());
+    }
+  }
+
   std::vector<double> intervals_;
+  std::vector<double> late_;
   Clock::time_point start_, last_;
   double lastRaceTicks_ = -10;
   double processorAtStart_ = 0, processorAtLast_ = 0;
