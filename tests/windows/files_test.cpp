@@ -92,7 +92,6 @@ TEST_F(WindowsFiles, AReadOnlyFileStaysAsItIsAndIsAFailedCall) {
   const fs::path path = folder.path() / "vorn1ops.cfg";
   ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
   EXPECT_EQ(files.read("vorn1ops.cfg"), "kept");
-  if (std::ofstream(path, std::ios::app)) GTEST_SKIP() << "a root of Wine's may write to every file";
   EXPECT_THROW(files.append("vorn1ops.cfg", "more"), PlatformError);
   EXPECT_THROW(files.write("vorn1ops.cfg", "new"), PlatformError);
   EXPECT_EQ(folder.read("vorn1ops.cfg"), "kept");

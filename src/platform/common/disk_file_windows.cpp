@@ -133,6 +133,12 @@ bool isDevice(std::string name) {
          std::count(std::begin(kDevices), std::end(kDevices), name) > 0;
 }
 
+/// Whether it has been marked to stay as it is, which a move onto it does not heed on every system.
+bool isReadOnly(const fs::path& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 }  // namespace
 
 bool isFileName(const std::string& name) {
@@ -163,6 +169,10 @@ void replaceFile(const char* call, const std::string& name, const fs::path& targ
       const OpenFile file(call, name, temporary, GENERIC_WRITE, CREATE_NEW);
       file.writeAll(bytes);
       file.reachDisk();
+    }
+    if (isReadOnly(target)) {
+      ::SetLastError(ERROR_ACCESS_DENIED);
+      fail(call, name);
     }
     const bool isMoved = patiently([&] {
       return ::MoveFileExW(temporary.c_str(), target.c_str(),
