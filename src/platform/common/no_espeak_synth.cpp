@@ -2,7 +2,6 @@
 
 #include "platform/common/espeak_synth.h"
 #include "platform/common/voice_probe.h"
-#include "platform/errors.h"
 
 namespace vorn {
 
@@ -10,11 +9,9 @@ bool EspeakSynth::isCarried() {
   return false;
 }
 
-EspeakSynth::EspeakSynth() : problem_("this program carries no eSpeak NG") {}
+EspeakSynth::EspeakSynth() : SpeechSynth(0, {}, "this program carries no eSpeak NG") {}
 
-void EspeakSynth::speak(const std::string& text, const SpeechSettings&, const Sink&) {
-  throw PlatformError("Speak", text, problem_);
-}
+void EspeakSynth::synthesise(const Order&, const Sink&) {}  // never asked for: there are no voices
 
 std::string damageOfVoiceData() {
   return "There is no embedded voice in this game (eSpeak NG): it speaks with the system's own.";

@@ -9,8 +9,8 @@
 #include "platform/desktop/braille_display.h"
 #include "platform/desktop/desktop_services.h"
 #include "platform/desktop/dispatcher_service.h"
-#include "platform/desktop/espeak_service.h"
 #include "platform/desktop/fallback_service.h"
+#include "platform/mixing/synth_service.h"
 
 namespace vorn {
 namespace {
@@ -23,9 +23,9 @@ constexpr NamedSpeech kChoices[] = {{"auto", SpeechChoice::kAuto},
 struct OwnSynth {
   EspeakSynth synth;
 };
-class EmbeddedVoice : OwnSynth, public EspeakService {
+class EmbeddedVoice : OwnSynth, public SynthService {
  public:
-  explicit EmbeddedVoice(VoiceStream& stream) : EspeakService(synth, stream) {}
+  explicit EmbeddedVoice(VoiceStream& stream) : SynthService(synth, stream) {}
 };
 
 /// Where the desktop has programs keep what they could ask for again.

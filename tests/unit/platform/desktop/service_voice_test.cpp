@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/espeak_service.h"
+#include "platform/common/espeak_synth.h"
 #include "platform/errors.h"
 #include "platform/mixing/mixer.h"
+#include "platform/mixing/synth_service.h"
 
 namespace vorn {
 namespace {
@@ -44,7 +45,7 @@ class ServiceVoiceTest : public testing::Test {
   Mixer mixer;
   EspeakSynth synth;
   SpeechSettings settings;
-  EspeakService service{synth, mixer.voice()};
+  SynthService service{synth, mixer.voice()};
   std::vector<std::string> captions;
   int pausedMs = 0, cutAfterMs = 1000000;
 };

@@ -1,4 +1,4 @@
-#include "platform/desktop/espeak_service.h"
+#include "platform/mixing/synth_service.h"
 
 #include <iostream>
 #include <utility>
@@ -14,10 +14,10 @@ constexpr auto kRoomAfter = 10ms;  ///< a full stream is asked again
 
 }  // namespace
 
-EspeakService::EspeakService(EspeakSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
+SynthService::SynthService(SpeechSynth& synth, VoiceStream& stream, std::chrono::milliseconds patience)
     : synth_(synth), stream_(stream), patience_(patience), worker_([this] { work(); }) {}
 
-EspeakService::~EspeakService() {
+SynthService::~SynthService() {
   {
     const std::lock_guard lock(mutex_);
     queue_.clear();
@@ -28,7 +28,7 @@ EspeakService::~EspeakService() {
   worker_.join();
 }
 
-void EspeakService::say(const std::string& text, const SpeechSettings& settings) {
+void SynthService::say(const std::string& text, const SpeechSettings& settings) {
   if (synth_.voices().empty()) {
     throw PlatformError("Speak", text, synth_.problem());
   }
@@ -39,7 +39,7 @@ void EspeakService::say(const std::string& text, const SpeechSettings& settings)
   changed_.notify_all();
 }
 
-void EspeakService::purge() {
+void SynthService::purge() {
   {
     const std::lock_guard lock(mutex_);
     queue_.clear();
@@ -50,12 +50,12 @@ void EspeakService::purge() {
   watchdog_.rest();
 }
 
-bool EspeakService::isBusy() {
+bool SynthService::isBusy() {
   const std::lock_guard lock(mutex_);
   return !queue_.empty() || isUttering_ || stream_.isSpeaking();
 }
 
-bool EspeakService::isSpeaking() {
+bool SynthService::isSpeaking() {
   if (!isBusy()) {
     watchdog_.rest();
     return false;
@@ -68,7 +68,7 @@ bool EspeakService::isSpeaking() {
   return true;
 }
 
-void EspeakService::work() {
+void SynthService::work() {
   std::unique_lock lock(mutex_);
   for (;;) {
     changed_.wait(lock, [this] { return isEnding_ || !queue_.empty(); });
@@ -87,7 +87,7 @@ void EspeakService::work() {
   }
 }
 
-void EspeakService::utter(const Request& request) {
+void SynthService::utter(const Request& request) {
   try {
     synth_.speak(request.utterance.text, request.utterance.settings,
                  [&](std::span<const std::int16_t> samples) { return pass(samples, request.ticket); });
@@ -97,7 +97,7 @@ void EspeakService::utter(const Request& request) {
 }
 
 /// Hands samples to the stream as it makes room. False: nobody wants them any more.
-bool EspeakService::pass(std::span<const std::int16_t> samples, std::uint32_t ticket) {
+bool SynthService::pass(std::span<const std::int16_t> samples, std::uint32_t ticket) {
   while (!stream_.isCancelled(ticket)) {
     samples = samples.subspan(stream_.write(ticket, synth_.sampleRate(), samples));
     if (samples.empty()) {

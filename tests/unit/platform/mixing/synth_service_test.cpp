@@ -1,10 +1,11 @@
-#include "platform/desktop/espeak_service.h"
+#include "platform/mixing/synth_service.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <functional>
 
+#include "platform/common/espeak_synth.h"
 #include "platform/mixing/mixer.h"
 #include "unit/platform/mixing/signals.h"
 
@@ -24,7 +25,7 @@ const std::string kLongText = [] {
   return text;
 }();
 
-class EspeakServiceTest : public testing::Test {
+class SynthServiceTest : public testing::Test {
  protected:
   /// The next milliseconds of sound, one side.
   Signal hear(int ms) {
@@ -66,10 +67,10 @@ class EspeakServiceTest : public testing::Test {
 
   Mixer mixer;
   EspeakSynth synth;
-  EspeakService service{synth, mixer.voice()};
+  SynthService service{synth, mixer.voice()};
 };
 
-TEST_F(EspeakServiceTest, SpeaksFromTheRequestToTheLastSample) {
+TEST_F(SynthServiceTest, SpeaksFromTheRequestToTheLastSample) {
   EXPECT_FALSE(service.isSpeaking());
   service.say(" Exit Game. ", {});
   EXPECT_TRUE(service.isSpeaking());
@@ -83,7 +84,7 @@ TEST_F(EspeakServiceTest, SpeaksFromTheRequestToTheLastSample) {
   EXPECT_FALSE(service.isSpeaking());
 }
 
-TEST_F(EspeakServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
+TEST_F(SynthServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
   for (int i = 0; i < 200; ++i) {
     service.say("one", {});
     bool wasSilent = false;
@@ -96,7 +97,7 @@ TEST_F(EspeakServiceTest, BetweenRequestAndFirstSampleItIsNeverSilent) {
   }
 }
 
-TEST_F(EspeakServiceTest, TextsFollowEachOther) {
+TEST_F(SynthServiceTest, TextsFollowEachOther) {
   service.say("one", {});
   const double one = static_cast<double>(hearAll().size());
   service.say("one", {});
@@ -105,7 +106,7 @@ TEST_F(EspeakServiceTest, TextsFollowEachOther) {
   EXPECT_NEAR(static_cast<double>(hearAll().size()), 3 * one, one / 2);
 }
 
-TEST_F(EspeakServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
+TEST_F(SynthServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
   service.say("The quick brown fox", {.rate = 0});
   const double slow = static_cast<double>(hearAll().size());
   service.say("The quick brown fox", {.volume = 0, .rate = 10});
@@ -114,7 +115,7 @@ TEST_F(EspeakServiceTest, EachTextKeepsTheSettingsOfItsRequest) {
   EXPECT_EQ(peak(fast), 0);
 }
 
-TEST_F(EspeakServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
+TEST_F(SynthServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
   const double seconds = [this] {
     std::size_t samples = 0;
     synth.speak(kLongText, {}, [&](std::span<const std::int16_t> piece) {
@@ -128,7 +129,7 @@ TEST_F(EspeakServiceTest, LongTextsWaitForRoomAndAreHeardWhole) {
   EXPECT_NEAR(static_cast<double>(hearAll().size()) / Mixer::kRate, seconds, 0.5);
 }
 
-TEST_F(EspeakServiceTest, APurgeIsHeardWithinTenMilliseconds) {
+TEST_F(SynthServiceTest, APurgeIsHeardWithinTenMilliseconds) {
   service.say(kLongText, {});
   service.say("and more", {});
   ASSERT_TRUE(isReady());
@@ -142,7 +143,7 @@ TEST_F(EspeakServiceTest, APurgeIsHeardWithinTenMilliseconds) {
   EXPECT_FALSE(service.isSpeaking());
 }
 
-TEST_F(EspeakServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
+TEST_F(SynthServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
   for (int i = 0; i < 50; ++i) {
     service.say(kLongText, {});
     if (i % 2 == 0) {
@@ -158,21 +159,21 @@ TEST_F(EspeakServiceTest, AfterAPurgeTheNextTextIsHeardAtOnce) {
   }
 }
 
-TEST_F(EspeakServiceTest, BlankTextsEnd) {
+TEST_F(SynthServiceTest, BlankTextsEnd) {
   for (const char* text : {" ", "", ".", "\x1B"}) {
     service.say(text, {});
     EXPECT_LT(hearAll().size(), 48000U / 5);
   }
 }
 
-TEST_F(EspeakServiceTest, AVoiceThatIsNotThereIsPassedOver) {
+TEST_F(SynthServiceTest, AVoiceThatIsNotThereIsPassedOver) {
   service.say("one", {.voice = 100000});
   service.say("two", {});
   EXPECT_GT(peak(hearAll()), 0.1);
 }
 
-TEST_F(EspeakServiceTest, EndsInTheMiddleOfALongText) {
-  auto own = std::make_unique<EspeakService>(synth, mixer.voice());
+TEST_F(SynthServiceTest, EndsInTheMiddleOfALongText) {
+  auto own = std::make_unique<SynthService>(synth, mixer.voice());
   own->say(kLongText, {});
   ASSERT_TRUE(isReady());
   own.reset();
@@ -180,11 +181,11 @@ TEST_F(EspeakServiceTest, EndsInTheMiddleOfALongText) {
   EXPECT_EQ(peak(hear(500)), 0);
 }
 
-TEST(EspeakServicePatience, WithoutASoundDeviceTheVoiceIsGivenUp) {
+TEST(SynthServicePatience, WithoutASoundDeviceTheVoiceIsGivenUp) {
   Mixer mixer;
   EspeakSynth synth;
   constexpr auto kPatience = 1s;
-  EspeakService service(synth, mixer.voice(), kPatience);
+  SynthService service(synth, mixer.voice(), kPatience);
   service.say("one", {});
   testing::internal::CaptureStderr();
   const auto start = std::chrono::steady_clock::now();

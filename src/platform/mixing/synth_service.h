@@ -1,4 +1,4 @@
-/// The embedded voice: a thread of its own synthesises texts, the mixer's voice
+/// An embedded voice: a thread of its own has texts synthesised, the mixer's voice
 /// stream makes them heard.
 #pragma once
 
@@ -10,19 +10,19 @@
 #include <thread>
 #include <vector>
 
-#include "platform/common/espeak_synth.h"
 #include "platform/common/speech_service.h"
+#include "platform/common/speech_synth.h"
 #include "platform/common/watchdog.h"
 #include "platform/mixing/voice_stream.h"
 
 namespace vorn {
 
-class EspeakService : public SpeechService {
+class SynthService : public SpeechService {
  public:
   /// Neither is owned. `patience`: how long speech may make no sound though it should.
-  EspeakService(EspeakSynth& synth, VoiceStream& stream,
-                std::chrono::milliseconds patience = std::chrono::seconds(5));
-  ~EspeakService() override;
+  SynthService(SpeechSynth& synth, VoiceStream& stream,
+               std::chrono::milliseconds patience = std::chrono::seconds(5));
+  ~SynthService() override;
 
   std::vector<std::string> voices() override { return synth_.voices(); }
   /// Throws `PlatformError` where there are no voices.
@@ -42,7 +42,7 @@ class EspeakService : public SpeechService {
   bool pass(std::span<const std::int16_t> samples, std::uint32_t ticket);
   bool isBusy();
 
-  EspeakSynth& synth_;
+  SpeechSynth& synth_;
   VoiceStream& stream_;
   const std::chrono::milliseconds patience_;
   Watchdog watchdog_;
