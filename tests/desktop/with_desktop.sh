@@ -5,7 +5,7 @@
 #
 #   with_desktop.sh [--no-display] [--no-sound] [--record FILE.wav] COMMAND [ARGUMENT...]
 #
-# The command finds DISPLAY, XDG_RUNTIME_DIR, HOME and PULSE_SERVER set, and in
+# The command finds DISPLAY, XDG_RUNTIME_DIR, HOME, PULSE_SERVER and VORN_DESKTOP set, and in
 # VORN_RECORDING, with --record, a file that grows as the sound is played (raw
 # 48 kHz stereo, 16 bit). Exit status: the command's; 125 where the desktop could
 # not be set up.
@@ -65,6 +65,7 @@ export XDG_RUNTIME_DIR=$folder/run HOME=$folder/home
 export PULSE_SERVER=unix:$folder/run/pulse/native
 # No braille display but one of braille_daemon.sh.
 export BRLAPI_AUTH=none BRLAPI_HOST=127.0.0.1:$(( 1000 + $$ % 20000 )) VORN_BRAILLE_PORT=$(( 30000 + $$ % 20000 ))
+export VORN_DESKTOP=$folder
 unset WAYLAND_DISPLAY DISPLAY SDL_VIDEODRIVER SDL_AUDIODRIVER PIPEWIRE_REMOTE XDG_DATA_HOME XDG_CONFIG_HOME
 
 if [[ $display == yes ]]; then
