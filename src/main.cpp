@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iostream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -113,6 +114,27 @@ int playHeadlessWithVoice(const CommandLine& line) {
   return playHeadless(line.session, line.aids.value_or(AidSet{}));
 }
 
+/// At the desktop.
+int playOrAnswer(const CommandLine& line) {
+  const auto& [track, exported] = line.exportedGhost;
+  if (!line.importedGhost.empty()) return importGhost(line.desktop.folder, utf8Path(line.importedGhost));
+  if (!exported.empty()) return exportGhost(line.desktop.folder, track, utf8Path(exported));
+  if (line.listDevices) return listAudioDevices();
+  if (!line.controllerInfo) return playOnDesktop(line.desktop);
+  tellOfControllers();
+  return 0;
+}
+
+/// Tells what was asked for, or what is wrong. Returns the exit status.
+int answerTo(const CLI::ParseError& error, const CLI::App& app) {
+  std::ostringstream answer, problem;
+  const bool isAnswer = app.exit(error, answer, problem) == 0;
+  std::string text = (isAnswer ? answer : problem).str();
+  if (text.ends_with('\n')) text.pop_back();
+  isAnswer ? tellAnswer(text) : tellProblem(text);
+  return isAnswer ? 0 : kBadCommandLine;
+}
+
 int play(std::vector<std::string> arguments) {
   CLI::App app("Vorn 1 TTS, a motor race for the ears");
   CommandLine line;
@@ -137,24 +159,16 @@ int play(std::vector<std::string> arguments) {
     app.parse(std::move(arguments));
     checkTogether(line);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kBadCommandLine;
+    return answerTo(error, app);
   }
   if (!folder.empty()) line.session.options.folder = utf8Path(folder);
   if (line.speech == "espeak") line.session.options.speech = HeadlessSpeech::kEspeak;
   if (line.headless) return playHeadlessWithVoice(line);
-  if (line.controllerInfo) {
-    tellOfControllers();
-    return 0;
-  }
-  if (!line.importedGhost.empty()) return importGhost(utf8Path(folder), utf8Path(line.importedGhost));
-  if (!line.exportedGhost.second.empty()) {
-    return exportGhost(utf8Path(folder), line.exportedGhost.first, utf8Path(line.exportedGhost.second));
-  }
   line.desktop.folder = utf8Path(folder);
   line.desktop.speech = speechChoice(line.speech);
   line.desktop.aids = line.aids;
   try {
-    return line.listDevices ? listAudioDevices() : playOnDesktop(line.desktop);
+    return playOrAnswer(line);
   } catch (const std::exception& error) {
     tellProblem(error.what());
     return kFailed;

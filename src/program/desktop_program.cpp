@@ -77,14 +77,22 @@ int recordDemonstration(const std::string& reason, const fs::path& folder, int t
   return playVirtualDemo(track, options, connections, std::cout).exitStatus;
 }
 
+std::string asLines(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
+  return text;
+}
+
 }  // namespace
 
 int listAudioDevices() {
   const std::vector<std::string> devices = audioDevices();
-  for (const std::string& device : devices) std::cout << device << '\n';
-  if (!devices.empty()) return 0;
-  std::cerr << "There is no sound device." << std::endl;
-  return 1;
+  if (devices.empty()) {
+    tellProblem("There is no sound device.");
+    return 1;
+  }
+  tellAnswer(asLines(devices));
+  return 0;
 }
 
 int playOnDesktop(const DesktopRequest& request) {
@@ -125,7 +133,7 @@ int playOnDesktop(const DesktopRequest& request) {
 }
 
 void tellOfControllers() {
-  for (const std::string& line : controllerInfo(Controllers().facts())) std::cout << line << std::endl;
+  tellAnswer(asLines(controllerInfo(Controllers().facts())));
 }
 
 }  // namespace vorn

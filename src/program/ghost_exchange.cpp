@@ -1,13 +1,13 @@
 #include "program/ghost_exchange.h"
 
 #include <fstream>
-#include <iostream>
 #include <iterator>
 
 #include "codriver/ghost_store.h"
 #include "platform/common/folder_files.h"
 #include "platform/errors.h"
 #include "program/game_folder.h"
+#include "program/process.h"
 
 namespace vorn {
 namespace {
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 constexpr int kDone = 0, kFailed = 1;
 
 int fail(const fs::path& file, const std::string& why) {
-  std::cerr << file.string() << ": " << why << std::endl;
+  tellProblem(file.string() + ": " + why);
   return kFailed;
 }
 
@@ -36,7 +36,7 @@ int importGhost(const fs::path& folder, const fs::path& file) {
   FolderFiles files(gameFolder(folder).path);
   const GhostImport taken = importGhosts(files, bytes);
   if (!taken.isDone) return fail(file, asALine(taken.word));
-  std::cout << asALine(taken.word) << std::endl;
+  tellAnswer(asALine(taken.word));
   return kDone;
 }
 

@@ -41,6 +41,10 @@ std::vector<std::string> prepareProcess(int argc, char** argv) {
   return {argv + 1, argv + argc};
 }
 
+void tellAnswer(const std::string& text) {
+  std::cout << text << std::endl;
+}
+
 void tellProblem(const std::string& text) {
   std::cerr << text << std::endl;
 }

@@ -1,5 +1,7 @@
-/// What is wrong at the start, with nobody at standard error: a box says it.
+/// What the game has to tell before it is one, with nobody at its streams: a console shows it where there is
+/// one, else a box.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -10,14 +12,17 @@
 namespace vorn {
 namespace {
 
+using testing::HasSubstr;
+
 /// The game as Explorer starts it: without streams. Ended with the test, however that ends.
 class GameWithoutStreams {
  public:
-  GameWithoutStreams() {
+  explicit GameWithoutStreams(const std::wstring& options = L"") {
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
-    isStarted_ = ::CreateProcessW(L"" VORN_PROGRAM, nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+    std::wstring line = L"vorn1 " + options;
+    isStarted_ = ::CreateProcessW(L"" VORN_PROGRAM, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                   &start, &game_) != 0;
   }
   ~GameWithoutStreams() {
@@ -62,8 +67,8 @@ HWND boxOf(const GameWithoutStreams& game) {
 std::wstring wordsOf(HWND box) {
   std::wstring words;
   const auto take = [](HWND part, LPARAM all) -> BOOL {
-    wchar_t text[1000] = L"";
-    ::SendMessageW(part, WM_GETTEXT, 1000, reinterpret_cast<LPARAM>(text));
+    wchar_t text[10000] = L"";
+    ::SendMessageW(part, WM_GETTEXT, 10000, reinterpret_cast<LPARAM>(text));
     *reinterpret_cast<std::wstring*>(all) += std::wstring(text) + L'\n';
     return TRUE;
   };
@@ -71,16 +76,80 @@ std::wstring wordsOf(HWND box) {
   return words;
 }
 
+/// Answers the box with OK. Returns what stood in it.
+std::wstring answeredBox(const GameWithoutStreams& game) {
+  const HWND box = boxOf(game);
+  if (box == nullptr) return L"";
+  const std::wstring words = wordsOf(box);
+  ::PostMessageW(box, WM_COMMAND, IDOK, 0);
+  return words;
+}
+
+/// The console of a command line, for as long as it lives.
+class Console {
+ public:
+  Console() { ::AllocConsole(); }
+  ~Console() { ::FreeConsole(); }
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+
+  /// All that stands in it.
+  std::wstring text() const {
+    const HANDLE screen =
+        ::CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                      OPEN_EXISTING, 0, nullptr);
+    CONSOLE_SCREEN_BUFFER_INFO size{};
+    ::GetConsoleScreenBufferInfo(screen, &size);
+    std::wstring text(static_cast<std::size_t>(size.dwSize.X * size.dwSize.Y), L' ');
+    DWORD read = 0;
+    ::ReadConsoleOutputCharacterW(screen, text.data(), static_cast<DWORD>(text.size()), {}, &read);
+    ::CloseHandle(screen);
+    text.resize(read);
+    return text;
+  }
+};
+
 TEST(WindowsProblem, IsToldInABoxWhereNobodySeesStandardError) {
   ::SetEnvironmentVariableW(L"APPDATA",
                             L"Z:\\dev\\null");  // no folder, so there can be none for the game in it
   const GameWithoutStreams game;
   ASSERT_TRUE(game.isStarted());
-  const HWND box = boxOf(game);
-  ASSERT_NE(box, nullptr);
-  EXPECT_NE(wordsOf(box).find(L"dev\\null"), std::wstring::npos);
-  ::PostMessageW(box, WM_COMMAND, IDOK, 0);
+  EXPECT_THAT(answeredBox(game), HasSubstr(L"dev\\null"));
   EXPECT_EQ(game.exitStatus(), 1u);
+}
+
+TEST(WindowsProblem, OfTheCommandLineIsToldInABoxWhereNobodySeesStandardError) {
+  const GameWithoutStreams game(L"--buffer many");
+  ASSERT_TRUE(game.isStarted());
+  EXPECT_THAT(answeredBox(game), HasSubstr(L"--buffer"));
+  EXPECT_EQ(game.exitStatus(), 2u);
+}
+
+TEST(WindowsProblem, StandsInTheConsoleThatTheGameIsStartedFrom) {
+  const Console console;
+  const GameWithoutStreams game(L"--buffer many");
+  ASSERT_TRUE(game.isStarted());
+  EXPECT_EQ(boxOf(game), nullptr);
+  EXPECT_EQ(game.exitStatus(), 2u);
+  EXPECT_THAT(console.text(), HasSubstr(L"--buffer"));
+}
+
+TEST(WindowsAnswer, IsToldInABoxWhereNobodySeesStandardOutput) {
+  const GameWithoutStreams game(L"--help");
+  ASSERT_TRUE(game.isStarted());
+  const std::wstring words = answeredBox(game);
+  EXPECT_THAT(words, HasSubstr(L"--folder"));
+  EXPECT_THAT(words, HasSubstr(L"--version"));
+  EXPECT_EQ(game.exitStatus(), 0u);
+}
+
+TEST(WindowsAnswer, StandsInTheConsoleThatTheGameIsStartedFrom) {
+  const Console console;
+  const GameWithoutStreams game(L"--version");
+  ASSERT_TRUE(game.isStarted());
+  EXPECT_EQ(boxOf(game), nullptr);
+  EXPECT_EQ(game.exitStatus(), 0u);
+  EXPECT_THAT(console.text(), HasSubstr(L"Vorn 1 TTS"));
 }
 
 }  // namespace
