@@ -22,13 +22,15 @@ using testing::IsEmpty;
 using testing::Not;
 
 constexpr const char* kDefaultButtons = "0\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n1\r\n1\r\n";
+constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
 constexpr const char* kTitle = " Vorn 1 tts version 2 By Ostrin ";
 
 class DesktopProgram : public testing::Test {
  protected:
-  /// Starts `program` in `current`; its errors go to its output.
+  /// Starts `program` in `current`, with `wrapper` in front of it; its errors go to its output.
   LiveProgram start(const std::vector<std::string>& options, const fs::path& current,
-                    const fs::path& program = VORN_PROGRAM) const {
+                    const fs::path& program = VORN_PROGRAM,
+                    const std::vector<std::string>& wrapper = {}) const {
     std::vector<std::string> words{"sh",
                                    "-c",
                                    "exec \"$@\" 2>&1",
@@ -43,8 +45,9 @@ class DesktopProgram : public testing::Test {
                                    "SDL_VIDEODRIVER=dummy",
                                    "SDL_AUDIODRIVER=disk",
                                    "SDL_DISKAUDIOFILE=/dev/null",
-                                   "XDG_DATA_HOME=" + dataHome.path().string(),
-                                   program.string()};
+                                   "XDG_DATA_HOME=" + dataHome.path().string()};
+    words.insert(words.end(), wrapper.begin(), wrapper.end());
+    words.insert(words.end(), {program.string(), "--speech", "espeak"});
     words.insert(words.end(), options.begin(), options.end());
     return LiveProgram(words);
   }
@@ -71,6 +74,7 @@ class DesktopProgram : public testing::Test {
   }
   static void putEmptySounds(const TemporaryFolder& folder) {
     for (const CatalogueEntry& entry : soundCatalogue()) folder.write(soundFileName(entry.name), "");
+    folder.write("vorn1voc.cfg", kQuickVoice);
   }
   static void putBadMap(const TemporaryFolder& folder) { folder.write("vorn1joy.cfg", "bad"); }
 
@@ -132,7 +136,7 @@ TEST_F(WithASoundTool, ThePlayersOwnFolderIsBelowHomeWhereNoOtherPlaceIsNamed) {
   for (const std::string place : {"-uXDG_DATA_HOME", "XDG_DATA_HOME="}) {
     const TemporaryFolder home;
     startInVain(
-        start({place, "HOME=" + home.path().string(), program.string(), "--captions"}, folder.path(), "env"));
+        start({"--captions"}, folder.path(), program, {"env", place, "HOME=" + home.path().string()}));
     EXPECT_TRUE(fs::is_directory(home.path() / ".local" / "share" / "vorn1")) << place;
     EXPECT_THAT(dataHome.names(), IsEmpty()) << place;
   }
