@@ -163,7 +163,7 @@ TEST_F(SecondSignal, EndsAReading) {
 TEST_F(SecondSignal, EndsASynchronousText) {
   folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
   Player player(folder.path());
-  player.waitFor(" Vorn 1 tts version 2 By Ostrin ", 40);
+  player.waitFor(" Vorn 1 tts version 2 By Ostrin ");
   expectEnd(player);
 }
 
@@ -171,7 +171,7 @@ TEST_F(SecondSignal, EndsTheFarewell) {
   folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
   Player player(folder.path());
   player.answer("Space");
-  player.waitFor(" Select. Exit Game. ", 40);
+  player.waitFor(" Select. Exit Game. ");
   player.answer("Enter");
   player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
   expectEnd(player);
@@ -181,7 +181,7 @@ TEST_F(SecondSignal, EndsAMessageBox) {
   fs::remove(folder.path() / "vorn5.wav");
   folder.write("vorn5.wav", "no sound");
   Player player(folder.path());
-  player.waitFor("one or more of the wave files seem to be corrupt", 40);
+  player.waitFor("one or more of the wave files seem to be corrupt");
   player.rest(1000);
   expectEnd(player);
 }

@@ -21,7 +21,7 @@ class Player {
                   const std::string& speech = "espeak");
 
   /// The next text that contains `part`; throws where it does not come in time.
-  std::string waitFor(const std::string& part, int seconds = 20);
+  std::string waitFor(const std::string& part, int seconds = 60);
   /// Presses a key when a person would: after a moment, and not too briefly.
   void answer(const std::string& key);
   /// The next text; nothing where none comes in time.

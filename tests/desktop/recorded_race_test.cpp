@@ -38,7 +38,7 @@ void race(Player& player) {
   player.answer("Enter");
   player.enterOneLap();
   player.keys.press("End");
-  player.waitFor(" 10 ", 10);
+  player.waitFor(" 10 ");
   player.keys.release("End");
   player.waitFor(" 1 ");
   player.rest(1300);

@@ -7,12 +7,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
 
 #include "support/program.h"
+#include "support/temporary_folder.h"
 
 namespace vorn {
 namespace {
@@ -75,8 +77,33 @@ double Recording::millisecondsToSound(double from) const {
   return static_cast<double>(sound - samples.begin()) / 2 / kFramesPerSecond * 1000;
 }
 
-std::string Recording::recognise(double from, double seconds, const std::string& sentences,
-                                 const TemporaryFolder& folder) const {
+double Recording::secondsOfSound(double from) const {
+  constexpr std::size_t kPiece = 2 * 480;  // samples of ten milliseconds
+  constexpr int kHeard = 30;               // of 32768
+  const auto samples = samplesOf(file_, from, now() - from);
+  int heard = 0;
+  for (std::size_t at = 0; at + kPiece <= samples.size(); at += kPiece) {
+    const auto piece = samples.begin() + static_cast<std::ptrdiff_t>(at);
+    heard +=
+        std::any_of(piece, piece + kPiece, [](std::int16_t sample) { return std::abs(sample) >= kHeard; });
+  }
+  return heard * 0.01;
+}
+
+bool Recording::isUnderstood(const std::string& sentences, double seconds,
+                             const std::function<double()>& say) const {
+  const std::string expected = sentences.substr(0, sentences.find(" |"));
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    const double start = say();
+    const std::string heard = recognise(start, std::min(seconds, now() - start), sentences);
+    if (heard.rfind(expected, 0) == 0) return true;
+    std::cout << "understood: " << heard << std::endl;
+  }
+  return false;
+}
+
+std::string Recording::recognise(double from, double seconds, const std::string& sentences) const {
+  const TemporaryFolder folder;
   const std::string wav = folder.path() / "said.wav";
   const std::string grammar = folder.path() / "said.jsgf";
   folder.write("said.jsgf", "#JSGF V1.0;\ngrammar said;\npublic <said> = " + sentences + ";\n");

@@ -184,9 +184,9 @@ class SoundReturnsTo : public testing::Test {
     player->enterOneLap();
     player->rest(3500);
     player->keys.press("End");
-    player->waitFor(" 10 ", 20);
+    player->waitFor(" 10 ");
     player->keys.release("End");
-    player->waitFor(" 1 ", 20);
+    player->waitFor(" 1 ");
     player->rest(1300);
     player->keys.press("LeftCtrl");
     player->keys.tap("Up", 150);
@@ -249,7 +249,7 @@ TEST_F(SoundReturnsTo, RaceCrashAndPit) {
   player->keys.tap("Home", 500);
   EXPECT_THAT(PositionDriver(*player).driveToTheEnd(120), HasSubstr("pit"));  // too fast, or not at the box
   loseAndFind("kill", "start");
-  player->waitFor(" go! go! go! ", 30);
+  player->waitFor(" go! go! go! ");
   EXPECT_GT(loudness(0.8), 0.01);
 }
 

@@ -32,25 +32,18 @@ using testing::Not;
 using testing::StartsWith;
 
 constexpr const char* kNotice = " Speech Dispatcher does not answer. The game's own voice speaks instead. ";
-constexpr const char* kLongText = " The quick brown fox jumps over the lazy dog, and then it does so again. ";
+constexpr const char* kText = " The quick brown fox jumps over the lazy dog, and then it does so again. ";
 
 /// See speech_dispatcher.sh.
 void speechDispatcher(const std::string& happening) {
   ASSERT_EQ(std::system((VORN_SPEECH_DISPATCHER " " + happening).c_str()), 0) << happening;
 }
 
-/// Whether " Start Game. " is understood, which `say` has said; it returns the second
-/// of the recording when that began. On a busy machine speech stumbles, so it gets three chances.
-bool isUnderstood(const Recording& recording, const TemporaryFolder& folder,
-                  const std::function<double()>& say) {
-  for (int attempt = 0; attempt < 3; ++attempt) {
-    const double start = say();
-    const std::string heard = recording.recognise(
-        start, recording.now() - start, "start game | exit game | check speakers | change voice", folder);
-    if (heard.rfind("start game", 0) == 0) return true;
-    std::cout << "understood: " << heard << std::endl;
-  }
-  return false;
+constexpr const char* kStartGame = "start game | exit game | check speakers | change voice";
+
+/// The list of the daemon's voices, which a start of the game keeps for the next one.
+fs::path keptVoices() {
+  return fs::path(std::getenv("HOME")) / ".cache" / "vorn1" / "voices";
 }
 
 /// The platform on a desktop whose Speech Dispatcher runs.
@@ -63,11 +56,9 @@ class OwnVoice : public testing::Test {
   }
   /// Waits for the list of the daemon's voices: while it makes that, it does not speak.
   void open(const std::string& daemon = "start") {
-    const fs::path kept = fs::path(std::getenv("HOME")) / ".cache" / "vorn1" / "voices";
-    fs::remove(kept);
     speechDispatcher(daemon);
     openPlatform();
-    EXPECT_TRUE(yieldUntil([&] { return fs::exists(kept); }));
+    EXPECT_TRUE(yieldUntil([] { return fs::exists(keptVoices()); }));
     if (names.size() == 1) {  // it took so long that only the usual voice is offered
       openPlatform();
     }
@@ -112,6 +103,16 @@ class OwnVoice : public testing::Test {
     voice->Speak(text, speak_flags::kSynchronous);
     return std::chrono::duration<double>(steady_clock::now() - start).count();
   }
+  /// Seconds of sound that `text` is.
+  double soundOf(const std::string& text) {
+    const double start = recording.now();
+    voice->Speak(text, speak_flags::kSynchronous);
+    yieldFor(200ms);  // the recorder is behind
+    return recording.secondsOfSound(start);
+  }
+  void sayForAMinute() {
+    for (int i = 0; i < 12; ++i) voice->Speak(kText, speak_flags::kQueue);
+  }
   /// It goes on with the other voice, and says so once.
   void expectTheOtherVoice() {
     EXPECT_TRUE(yieldUntil([this] { return captions.str().find(kNotice) != std::string::npos; }));
@@ -146,7 +147,7 @@ TEST_F(OwnVoice, OffersTheLikelyVoicesFirstAndNoVariants) {
 
 TEST_F(OwnVoice, IsHeardAndUnderstood) {
   open();
-  EXPECT_TRUE(isUnderstood(recording, folder, [this] {
+  EXPECT_TRUE(recording.isUnderstood(kStartGame, 60, [this] {
     const double start = recording.now();
     voice->Speak(" Start Game. ", speak_flags::kQueue);
     EXPECT_TRUE(isSpeaking());
@@ -158,9 +159,8 @@ TEST_F(OwnVoice, IsHeardAndUnderstood) {
 
 TEST_F(OwnVoice, ASynchronousTextReturnsWhenAllHasBeenSaidAndABlankAtOnce) {
   open();
-  const auto start = steady_clock::now();
-  voice->Speak(" ", speak_flags::kSynchronous);
-  EXPECT_LT(steady_clock::now() - start, 500ms);
+  const double blank = secondsFor(" ");
+  EXPECT_LT(blank, secondsFor("one two three") / 2);
   voice->Speak("one two three", speak_flags::kQueue);
   EXPECT_GT(secondsFor("four"), 1.2);
   EXPECT_FALSE(isSpeaking());
@@ -172,31 +172,30 @@ TEST_F(OwnVoice, APurgeSilencesItAndTheNextTextIsHeard) {
   open();
   for (int i = 0; i < 5; ++i) {
     const double start = recording.now();
-    voice->Speak(kLongText, speak_flags::kQueue);
-    voice->Speak(kLongText, speak_flags::kQueue);
+    sayForAMinute();
     ASSERT_TRUE(isHeardAfter(start));
     voice->Speak("", speak_flags::kPurge);
     EXPECT_FALSE(isSpeaking());
-    EXPECT_TRUE(yieldUntil([this] { return isSilent(); }, 4s)) << "nine seconds of text";
+    EXPECT_TRUE(yieldUntil([this] { return isSilent(); }, 25s));
   }
-  voice->Speak(kLongText, speak_flags::kQueue);
+  sayForAMinute();
   voice->Speak("one", speak_flags::kPurge);
   const auto start = steady_clock::now();
   EXPECT_TRUE(isIdleAgain());
-  EXPECT_LT(steady_clock::now() - start, 3s) << "the long text has been discarded";
+  EXPECT_LT(steady_clock::now() - start, 25s) << "the long text has been discarded";
 }
 
 TEST_F(OwnVoice, SettingsAreThoseOfTheCall) {
   open();
-  const double normal = secondsFor(kLongText);
+  const double normal = soundOf(kText);
   voice->setRate(5);
-  const double fast = secondsFor(kLongText);
+  const double fast = soundOf(kText);
   voice->setRate(0);
   EXPECT_NEAR(normal / fast, 1.8, 0.3);
-  EXPECT_NEAR(secondsFor(kLongText), normal, normal / 10);
+  EXPECT_NEAR(soundOf(kText), normal, normal / 10);
   voice->setVolume(0);
   const double silent = recording.now();
-  voice->Speak(kLongText, speak_flags::kSynchronous);
+  voice->Speak(kText, speak_flags::kSynchronous);
   EXPECT_LT(recording.level(silent, recording.now() - silent), 0.001);
 }
 
@@ -204,40 +203,45 @@ TEST_F(OwnVoice, AnotherVoiceSpeaksOtherwiseAndTheFirstOneIsFoundAgain) {
   open();
   const auto other = std::find(names.begin(), names.end(), "Lithuanian");
   ASSERT_NE(other, names.end());
-  const double own = secondsFor(kLongText);
+  const double own = soundOf(kText);
   voice->setVoice(static_cast<int>(other - names.begin()));
-  EXPECT_GT(std::abs(secondsFor(kLongText) - own), own / 10);
+  EXPECT_GT(std::abs(soundOf(kText) - own), own / 10);
   voice->setVoice(0);
-  EXPECT_NEAR(secondsFor(kLongText), own, own / 10);
+  EXPECT_NEAR(soundOf(kText), own, own / 10);
 }
 
 TEST_F(OwnVoice, IsHeardSoonAfterTheRequest) {
   open();
-  std::vector<double> delays;
-  for (int i = 0; i < 20; ++i) {
-    yieldFor(150ms);
-    const double start = recording.now();
-    voice->Speak("one", speak_flags::kQueue);
-    yieldFor(400ms);
-    delays.push_back(recording.millisecondsToSound(start));
-    ASSERT_TRUE(isIdleAgain());
-  }
-  std::sort(delays.begin(), delays.end());
-  std::cout << "from the request to the sound, ms: half within " << delays[10] << ", 95 % within "
-            << delays[18] << std::endl;
-  EXPECT_LT(delays[10], 60) << "on a machine that may be busy";
+  const auto medianDelay = [this] {
+    std::vector<double> delays;
+    for (int i = 0; i < 11; ++i) {
+      yieldFor(150ms);
+      const double start = recording.now();
+      voice->Speak("one", speak_flags::kQueue);
+      EXPECT_TRUE(isHeardAfter(start));
+      delays.push_back(recording.millisecondsToSound(start));
+      EXPECT_TRUE(isIdleAgain());
+    }
+    std::sort(delays.begin(), delays.end());
+    std::cout << "from the request to the sound, ms: half within " << delays[5] << std::endl;
+    return delays[5];
+  };
+  // A machine may be too busy for that, but not all the time.
+  bool isSoon = false;
+  for (int attempt = 0; attempt < 5 && !isSoon; ++attempt) isSoon = medianDelay() < 60;
+  EXPECT_TRUE(isSoon);
 }
 
 TEST_F(OwnVoice, KilledInMidSentenceItIsReplacedAndTheSentenceRepeated) {
   open();
   const double start = recording.now();
-  voice->Speak(kLongText, speak_flags::kQueue);
+  voice->Speak(kText, speak_flags::kQueue);
   ASSERT_TRUE(isHeardAfter(start));
   speechDispatcher("kill");
   EXPECT_TRUE(isSpeaking());
   const auto killed = steady_clock::now();
   ASSERT_TRUE(yieldUntil([this] { return captions.str().find(kNotice) != std::string::npos; }));
-  EXPECT_LT(steady_clock::now() - killed, 5s);
+  EXPECT_LT(steady_clock::now() - killed, 20s);
   EXPECT_GT(secondsFor("one"), 5) << "notice, sentence and this";
   expectTheOtherVoice();
 }
@@ -261,7 +265,7 @@ TEST_F(OwnVoice, HangingItIsReplacedAndDoesNotHoldTheEnd) {
   const auto start = steady_clock::now();
   voice.reset();
   platform.reset();
-  EXPECT_LT(steady_clock::now() - start, 5s);
+  EXPECT_LT(steady_clock::now() - start, 20s);
 }
 
 TEST_F(OwnVoice, WithoutSoundItIsReplaced) {
@@ -270,19 +274,19 @@ TEST_F(OwnVoice, WithoutSoundItIsReplaced) {
   expectTheOtherVoice();
 }
 
-class WholeSession : public testing::TestWithParam<std::string> {};
+class WholeSession : public OwnVoice, public testing::WithParamInterface<std::string> {};
 
 TEST_P(WholeSession, IsPlayedByEar) {
-  speechDispatcher("start");
-  const TemporaryFolder folder;
+  open();
+  voice.reset();
+  platform.reset();
   copySounds(folder);
-  const Recording recording;
   Player player(folder.path(), {}, GetParam());
   player.answer("Space");  // cuts the title sound
   player.waitFor(" Select. Exit Game. ");
   player.answer("Up");
   player.waitFor(" Start Game. ");
-  EXPECT_TRUE(isUnderstood(recording, folder, [&] {
+  EXPECT_TRUE(recording.isUnderstood(kStartGame, 2.8, [&] {
     player.answer("Down");
     player.waitFor(" Exit Game. ");
     player.rest(2500);
@@ -316,12 +320,11 @@ TEST_P(WholeSession, IsPlayedByEar) {
   player.enterOneLap();
   player.rest(3000);
   player.keys.press("End");
-  player.waitFor(" 10 ", 10);
+  player.waitFor(" 10 ");
   player.keys.release("End");
   player.waitFor(" 1 ");
   player.rest(1500);
   player.answer("Escape");
-  speechDispatcher("kill");
 }
 
 INSTANTIATE_TEST_SUITE_P(Voices, WholeSession, testing::Values("espeak", "speech-dispatcher", "auto"),
