@@ -56,11 +56,18 @@ export function launch(name) {
 const MAIN_ENTER = "\uE006";
 const isOfWebDriver = (page) => page.browser().protocol === "webDriverBiDi";
 
-/** A player before the page. */
+/** A person's moment between two keys. */
+const MOMENT_MS = 350;
+
+/** @param {number} ms @returns {Promise<void>} */
+export const pass = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+
+/** A player before the page, who goes by the captions; those that have been waited for lie behind. */
 export class Player {
   /** @param {import("puppeteer-core").Page} page */
   constructor(page) {
     this.page = page;
+    this.behind = 0;
     /** @type {string[]} */
     this.problems = [];
     page.on("pageerror", (error) => this.problems.push(String(error)));
@@ -84,7 +91,7 @@ export class Player {
     });
     await prepare(player.page);
     await player.page.goto(url);
-    await player.until(() => document.getElementById("state")?.textContent === "Ready.");
+    await player.reads("Ready.");
     return player;
   }
 
@@ -94,33 +101,8 @@ export class Player {
       document.getElementById("state")?.replaceChildren();
       setTimeout(() => location.reload());
     });
-    await this.until(() => document.getElementById("state")?.textContent === "Ready.");
-  }
-  until(condition, ...values) {
-    return this.page.waitForFunction(condition, { timeout: LONG, polling: 50 }, ...values);
-  }
-  async heard() {
-    return this.page.evaluate(() => window.heard);
-  }
-  /** Waits until a text that contains `text` has been said after the first `from`. Returns how many texts there were. */
-  async hears(text, from = 0) {
-    try {
-      const found = await this.until((wanted, begin) => {
-        const at = window.heard.findIndex((said, i) => i >= begin && said.includes(wanted));
-        return at < 0 ? 0 : at + 1;
-      }, text, from);
-      return Number(await found.jsonValue());
-    } catch (error) {
-      throw new Error(`"${text}" was not said, but: ${JSON.stringify((await this.heard()).slice(-12))}; ${this.problems}; ${error}`);
-    }
-  }
-  /** Presses and lets go, not at once: a menu takes no key in the first half second. */
-  async tap(key) {
-    await new Promise((resolve) => setTimeout(resolve, 700));
-    await this.page.keyboard.press(isOfWebDriver(this.page) && key === "Enter" ? MAIN_ENTER : key, { delay: 60 });
-  }
-  async says() {
-    return this.page.$eval("#state", (node) => node.textContent);
+    await this.reads("Ready.");
+    this.behind = 0;
   }
   /** Starts the game, its voice and keys chosen before. */
   async start({ voice = "reader 2", keys = "usual" } = {}) {
@@ -128,7 +110,84 @@ export class Player {
       localStorage.setItem("vorn1.voice", chosen);
       localStorage.setItem("vorn1.keys", way);
     }, voice, keys);
+    await this.pressStart();
+  }
+  async pressStart() {
     await this.page.focus("#start");
-    await this.page.keyboard.press("Enter");
+    await this.press("Enter");
+  }
+
+  until(condition, ...values) {
+    return this.page.waitForFunction(condition, { timeout: LONG, polling: 50 }, ...values);
+  }
+  /** Waits until the page's own line begins with `text`. */
+  reads(text) {
+    return this.until((begin) => document.getElementById("state")?.textContent?.startsWith(begin), text);
+  }
+  async heard() {
+    return this.page.evaluate(() => window.heard);
+  }
+  /** Passes over what has been said until now. */
+  async skip() {
+    this.behind = (await this.heard()).length;
+  }
+  /**
+   * Waits for the next text that contains `part`, or that is like it.
+   * @param {string | RegExp} part
+   * @returns {Promise<string>} that text
+   */
+  async hears(part) {
+    const like = part instanceof RegExp ? part.source : part.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
+    try {
+      const found = await this.until((pattern, behind) => {
+        const at = window.heard.findIndex((said, i) => i >= behind && new RegExp(pattern).test(said));
+        return at < 0 ? null : { at };
+      }, like, this.behind);
+      const { at } = await found.jsonValue();
+      this.behind = at + 1;
+      return (await this.heard())[at];
+    } catch (error) {
+      throw new Error(`"${part}" was not said, but: ${JSON.stringify((await this.heard()).slice(-12))}; ${this.problems}; ${error}`);
+    }
+  }
+
+  /** The next text; null where none comes in time. @param {number} ms @returns {Promise<string | null>} */
+  async hearsWithin(ms) {
+    try {
+      await this.page.waitForFunction((behind) => window.heard.length > behind, { timeout: ms, polling: 20 }, this.behind);
+    } catch {
+      return null;
+    }
+    return (await this.heard())[this.behind++];
+  }
+
+  /** @param {string} key as drivers call it */
+  keyOf(key) {
+    return isOfWebDriver(this.page) && key === "Enter" ? MAIN_ENTER : key;
+  }
+  press(key) {
+    return this.page.keyboard.press(this.keyOf(key), { delay: 60 });
+  }
+  async down(key) {
+    await this.page.keyboard.down(this.keyOf(key));
+  }
+  async up(key) {
+    await this.page.keyboard.up(this.keyOf(key));
+  }
+  /**
+   * Answers with a key, again where nothing comes of it: a menu takes none in its first moments.
+   * @param {string} key
+   * @param {string | RegExp} part of what is to be heard then
+   * @param {number} patience milliseconds
+   */
+  async answers(key, part, patience = 20000) {
+    for (let attempt = 0; attempt < 8; ++attempt) {
+      await pass(MOMENT_MS);
+      await this.skip();
+      await this.press(key);
+      if (await this.hearsWithin(patience) !== null) break;
+    }
+    --this.behind;
+    return this.hears(part);
   }
 }

@@ -1,0 +1,63 @@
+// @ts-check
+// The page around the game: whom it lets in, how it comes back, and that everybody can read it.
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { axe } from "./browser.js";
+import { anotherTab, atTheMenu, host, name, pastTheTitle, visitor } from "./visit.js";
+
+// The driver of Firefox has no such reload.
+test("a reload with Shift, which goes past the service worker, leads to the game", { skip: name === "firefox" }, async () => {
+  const player = await visitor();
+  const session = await player.page.createCDPSession();
+  for (let i = 0; i < 2; ++i) {
+    await player.page.evaluate(() => document.getElementById("state")?.replaceChildren());
+    await session.send("Page.reload", { ignoreCache: true });
+    await player.until(() => crossOriginIsolated && document.getElementById("state")?.textContent === "Ready.");
+  }
+});
+
+test("a game whose thread has been killed is told of, and can be started again", async () => {
+  const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
+    const made = [];
+    window.Worker = class extends Worker {
+      constructor(...args) {
+        super(...args);
+        made.push(this);
+      }
+    };
+    window.killWorkers = () => made.forEach((worker) => worker.terminate());
+  }));
+  await player.page.evaluate(() => window.killWorkers());
+  await player.reads("The game has stopped.");
+  await player.press("Enter");
+  await pastTheTitle(player);
+});
+
+test("a second tab is not let in", async () => {
+  const player = await atTheMenu();
+  const other = await anotherTab();
+  await other.goto(host.url);
+  await other.waitForFunction(() => document.getElementById("state")?.textContent?.includes("another tab"), { timeout: 60000 });
+  assert.equal(await other.$eval("#start", (button) => /** @type {HTMLButtonElement} */ (button).disabled), true);
+  assert.deepEqual(player.problems, []);
+});
+
+/** What axe finds on the page as it stands. */
+async function faults(page) {
+  await page.evaluate(axe);
+  return page.evaluate(async () => (await /** @type {any} */ (window).axe.run()).violations
+    .map((fault) => `${fault.id}: ${fault.nodes.map((node) => node.html).join(" ")}`));
+}
+
+test("the page, the keys and the manual have no fault that axe finds", async () => {
+  const player = await visitor();
+  for (const paper of ["", "keys.html", "manual.html"]) {
+    if (paper) await player.page.goto(host.url + paper);
+    assert.deepEqual(await faults(player.page), [], paper);
+  }
+  await player.page.goto(host.url);
+  await player.reads("Ready.");
+  await player.start();
+  await pastTheTitle(player);
+  assert.deepEqual(await faults(player.page), [], "while the game is running");
+});
