@@ -1,6 +1,6 @@
 #include "platform/mixing/synth_service.h"
 
-#include <iostream>
+#include <cstdio>
 #include <utility>
 
 #include "platform/errors.h"
@@ -61,7 +61,7 @@ bool SynthService::isSpeaking() {
     return false;
   }
   if (watchdog_.idleFor(stream_.samplesPlayed(), std::chrono::steady_clock::now()) >= patience_) {
-    std::cerr << "The voice has fallen silent: its sound is not being played." << std::endl;
+    std::fputs("The voice has fallen silent: its sound is not being played.\n", stderr);
     purge();
     return false;
   }
@@ -92,7 +92,7 @@ void SynthService::utter(const Request& request) {
     synth_.speak(request.utterance.text, request.utterance.settings,
                  [&](std::span<const std::int16_t> samples) { return pass(samples, request.ticket); });
   } catch (const std::exception& error) {
-    std::cerr << error.what() << std::endl;
+    std::fprintf(stderr, "%s\n", error.what());
   }
 }
 

@@ -52,6 +52,17 @@ EMSCRIPTEN_KEEPALIVE void vorn_give_voice(const char* name) {
   thePage().voices.emplace_back(name);
 }
 
+/// Once there is one, the game speaks by the desk.
+EMSCRIPTEN_KEEPALIVE void vorn_give_synth_voice(const char* name, const char* identifier,
+                                                const char* language, int priority) {
+  thePage().synthVoices.push_back({name, identifier, language, priority});
+}
+
+EMSCRIPTEN_KEEPALIVE vorn::SpeakerDesk* vorn_give_synth(int sampleRate) {
+  thePage().synthRate = sampleRate;
+  return &thePage().desk;
+}
+
 EMSCRIPTEN_KEEPALIVE void vorn_key(int isDown, const char* code, const char* key, int shiftState) {
   thePage().inbox.put(
       {isDown != 0 ? PageEvent::Kind::kKeyDown : PageEvent::Kind::kKeyUp, code, key, shiftState});

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/common/speech_synth.h"
 #include "platform/mixing/mixer.h"
 #include "platform/web/page_inbox.h"
 #include "platform/web/page_pads.h"
@@ -41,10 +42,32 @@ struct SoundRing {
   std::array<float, std::size_t{2} * kFrames> samples{};
 };
 
+/// Where the game orders speech from the page's worker and gets its sound, which the
+/// worker reads and writes by this layout (`site/speaker.js`).
+struct SpeakerDesk {
+  static constexpr std::uint32_t kSamples = 1U << 14;
+
+  // The game's.
+  std::atomic<std::int32_t> asked{0};    ///< number of the last order
+  std::atomic<std::int32_t> dropped{0};  ///< of the last one that nobody wants any more
+  std::atomic<std::int32_t> read{0};     ///< samples, counted on and on
+  std::int32_t wordsAMinute = 0, volume = 0;
+  const char* order = nullptr;  ///< identifier of the voice, NUL, text
+  std::int32_t orderBytes = 0;
+
+  // The worker's.
+  std::atomic<std::int32_t> news{0};     ///< grows with whatever it does
+  std::atomic<std::int32_t> done{0};     ///< number of the last order that came to its end
+  std::atomic<std::int32_t> written{0};  ///< samples, counted on and on
+  std::array<std::int16_t, kSamples> samples{};
+};
+
 struct Page {
   // Given before the game begins.
   StoredFiles::Contents files, sounds;
-  std::vector<std::string> voices;
+  std::vector<std::string> voices;      ///< that the page speaks with
+  std::vector<SynthVoice> synthVoices;  ///< that the game speaks with by the page's worker
+  int synthRate = 0;                    ///< of that worker's sound, hertz
 
   // Reported while it is played.
   PageInbox inbox;
@@ -52,6 +75,7 @@ struct Page {
   std::atomic<std::int32_t> said{0};  ///< number of the last request to speak that has come to its end
   std::atomic<std::int32_t> stored{0}, refused{0};  ///< requests to store that were carried out, or not
   SoundRing ring;
+  SpeakerDesk desk;
 
   std::atomic<std::int32_t> pulse{0};  ///< grows as long as the game's thread does anything
 

@@ -1,5 +1,5 @@
-/// Speech that the page says: with the browser's voices, with an embedded one, or by
-/// leaving it to the player's screen reader. Which, the page knows.
+/// Speech that the page says: with the browser's voices, or by leaving it to the
+/// player's screen reader. Which, the page knows.
 #pragma once
 
 #include <chrono>

@@ -40,6 +40,7 @@ void SoundOutput::work() {
   std::uint32_t ahead = kFewest, gaps = ring_.gaps, read = ring_.read;
   Clock::time_point lastRead = Clock::now();
   while (!isEnding_) {
+    mixer_.voice().setDeviceLatency(static_cast<int>(ahead));
     fill(ahead);
     emscripten_futex_wait(&ring_.read, read, kLongestWaitMs);
     const Clock::time_point now = Clock::now();

@@ -14,8 +14,10 @@
 #include "platform/common/system_clock.h"
 #include "platform/common/windows1252.h"
 #include "platform/mixing/felt_sound_device.h"
+#include "platform/mixing/synth_service.h"
 #include "platform/web/page_keys.h"
 #include "platform/web/page_speech.h"
+#include "platform/web/page_synth.h"
 #include "platform/web/sound_output.h"
 
 namespace vorn {
@@ -87,7 +89,8 @@ class WebPlatform : public Platform {
         files_(page.files, page.sounds, store_),
         random_(clockSeed()),
         output_(mixer_, page.ring),
-        speech_(page) {
+        synth_(page),
+        speech_(makeSpeech()) {
     constexpr double kDuckDecibels = 8;
     mixer_.setDucking(kDuckDecibels);
   }
@@ -137,6 +140,7 @@ class WebPlatform : public Platform {
   void feel(const std::optional<Rumble>& rumble);
   void announce(const std::string& text);
   bool pause();
+  std::unique_ptr<SpeechService> makeSpeech();
 
   Page& page_;
   PageStore store_;
@@ -144,7 +148,8 @@ class WebPlatform : public Platform {
   RandomSource random_;
   Mixer mixer_;
   SoundOutput output_;
-  PageSpeech speech_;
+  PageSynth synth_;
+  std::unique_ptr<SpeechService> speech_;
   SpeechSettings voiceSettings_;
   bool hasHadVoice_ = false;
   EventReceiver* receiver_ = nullptr;
@@ -154,6 +159,13 @@ class WebPlatform : public Platform {
   KeyboardState held_{};
   KeyLatch taps_;
 };
+
+std::unique_ptr<SpeechService> WebPlatform::makeSpeech() {
+  if (synth_.voices().empty()) {
+    return std::make_unique<PageSpeech>(page_);
+  }
+  return std::make_unique<SynthService>(synth_, mixer_.voice());
+}
 
 int WebPlatform::messageBox(const std::string& text) {
   constexpr int kOk = 1;
@@ -176,7 +188,7 @@ void WebPlatform::doYield(int atMostMs) {
   if (atMostMs > 0) {
     page_.inbox.waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
   }
-  mixer_.setDucked(speech_.isSpeaking());
+  mixer_.setDucked(speech_->isSpeaking());
   while (const auto event = page_.inbox.take()) {
     deliver(*event);
   }
@@ -245,7 +257,7 @@ void WebPlatform::feel(const std::optional<Rumble>& rumble) {
 
 /// Says something of the platform's own as the game's texts are said.
 void WebPlatform::announce(const std::string& text) {
-  speech_.say(text, voiceSettings_);
+  speech_->say(text, voiceSettings_);
   page_.tell(Tell::kSpoken, 0, text);
 }
 
@@ -253,14 +265,14 @@ void WebPlatform::announce(const std::string& text) {
 std::unique_ptr<Voice> WebPlatform::createVoice() {
   const bool introducesItself = std::exchange(hasHadVoice_, true);
   return std::make_unique<ServiceVoice>(
-      speech_, voiceSettings_, introducesItself, [this] { return pause(); },
+      *speech_, voiceSettings_, introducesItself, [this] { return pause(); },
       [this](const std::string& text) { page_.tell(Tell::kSpoken, 0, text); });
 }
 
 /// A moment of a synchronous text: what happens meanwhile is delivered after it.
 bool WebPlatform::pause() {
   ++page_.pulse;
-  mixer_.setDucked(speech_.isSpeaking());
+  mixer_.setDucked(speech_->isSpeaking());
   std::this_thread::sleep_for(kMoment);
   return true;
 }

@@ -2,7 +2,7 @@
 // The page around the game: it hands over files and sounds, passes keys and controllers
 // on, and makes heard and read what the game says. It knows no rule of the race.
 import { keep, kept, PlayerFiles, unpackedSounds } from "./store.js";
-import { BrowserVoice, ReaderVoice } from "./voices.js";
+import { BrowserVoice, EmbeddedVoice, ReaderVoice } from "./voices.js";
 
 /** @typedef {import("./voices.js").Voice} Voice */
 
@@ -24,6 +24,7 @@ const DEFAULT_MS_A_CHARACTER = 60;
  * @property {(size: number) => number} _malloc
  * @property {(address: number) => void} _free
  * @property {() => number} _vorn_ring
+ * @property {(sampleRate: number) => number} _vorn_give_synth
  * @property {() => number} _vorn_is_racing
  * @property {() => number} _vorn_pulse
  * @property {(hasFocus: number) => void} _vorn_focus
@@ -43,6 +44,8 @@ const decoder = new TextDecoder();
 let files;
 /** @type {Promise<Map<string, Uint8Array>>} */
 let sounds;
+/** @type {Promise<EmbeddedVoice | null> | null} */
+let embedded = null;
 /** @type {Game | null} */
 let game = null;
 
@@ -123,21 +126,40 @@ async function readersPace() {
   return key === null || ms < 5 ? DEFAULT_MS_A_CHARACTER : Math.min(ms, 200);
 }
 
-/** The voice that the player has chosen, asked for at the first visit. @returns {Promise<Voice>} */
-async function chosenVoice() {
-  const browsers = await BrowserVoice.find();
+/** It is there for one game; its data the browser keeps. */
+function embeddedVoice() {
+  return embedded ??= EmbeddedVoice.open();
+}
+
+function forgetEmbeddedVoice() {
+  void embedded?.then((voice) => voice?.close());
+  embedded = null;
+}
+
+/** Whether it may be wanted in this visit. */
+function expectsEmbeddedVoice() {
+  return [null, "embedded"].includes(kept("voice"));
+}
+
+/** The voice that the player has chosen, asked for at the first visit. @param {AudioContext} audio @returns {Promise<Voice>} */
+async function chosenVoice(audio) {
   const choice = kept("voice");
+  const own = expectsEmbeddedVoice() ? await embeddedVoice() : null;
+  if (own) own.audio = audio;
+  if (choice === "embedded" && own) return own;
+  const browsers = await BrowserVoice.find();
   if (choice === "browser" && browsers) return browsers;
   if (choice?.startsWith("reader ")) return reader(Number(choice.slice(7)) || DEFAULT_MS_A_CHARACTER);
   /** @type {[string, Voice, string][]} */
   const offers = [["reader", reader(DEFAULT_MS_A_CHARACTER), "Your screen reader."]];
+  if (own) offers.unshift(["embedded", own, "The voice of the game."]);
   if (browsers) offers.unshift(["browser", browsers, "The voice of your browser."]);
   for (let round = 0; round < 20; ++round) {
     for (const [name, voice, what] of offers) {
       const key = await asked(voice, `${what} Press Enter now to hear the game this way, or wait for another.`, ["Enter"], 4000);
       if (key === null) continue;
-      if (name === "browser") {
-        keep("voice", "browser");
+      if (name !== "reader") {
+        keep("voice", name);
         return voice;
       }
       const msACharacter = await readersPace();
@@ -182,6 +204,14 @@ function handOver(to, call, contents) {
     to.ccall(call, null, ["string", "number", "number"], [name, address, bytes.length]);
     to._free(address);
   }
+}
+
+/** Lets the game speak with the voice. @param {Game} to @param {EmbeddedVoice} voice */
+function handOverVoice(to, voice) {
+  for (const { name, identifier, language, priority } of voice.voices) {
+    to.ccall("vorn_give_synth_voice", null, ["string", "string", "string", "number"], [name, identifier, language, priority]);
+  }
+  voice.serve(/** @type {any} */ (to.wasmMemory.buffer), to._vorn_give_synth(voice.sampleRate));
 }
 
 /** Makes the game's ring of sound heard. @param {Game} from @param {AudioContext} audio */
@@ -315,13 +345,14 @@ async function play() {
   const end = (why) => {
     playing.abort();
     void audio.close();
+    forgetEmbeddedVoice();
     game = null;
     tell(why);
     start.disabled = false;
     start.focus();
   };
   try {
-    const voice = await chosenVoice();
+    const voice = await chosenVoice(audio);
     const own = await files.all();
     const byLetters = await wantsLetterKeys(voice, own);
     tell("Loading the sounds.");
@@ -342,6 +373,8 @@ async function play() {
     handOver(created, "vorn_give_file", own);
     handOver(created, "vorn_give_sound", await sounds);
     for (const name of voice.names) created.ccall("vorn_give_voice", null, ["string"], [name]);
+    if (voice instanceof EmbeddedVoice) handOverVoice(created, voice);
+    else forgetEmbeddedVoice();
     await connectSound(created, audio);
     passKeysOn(created, playing.signal);
     passPadsOn(created, playing.signal);
@@ -429,6 +462,7 @@ async function begin() {
     return;
   }
   files = await PlayerFiles.open();
+  if (expectsEmbeddedVoice()) void embeddedVoice();
   sounds = fetch("sounds.pack").then((answer) => answer.arrayBuffer()).then(unpackedSounds);
   await sounds;
   offerFiles();

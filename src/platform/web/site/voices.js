@@ -81,6 +81,72 @@ export function inOrder(voices) {
   return [...voices].sort((one, other) => rank(one) - rank(other));
 }
 
+/**
+ * eSpeak NG, which comes with the page. The game speaks with it by itself, through its own sound; what
+ * the page says before is played here, a text at a time.
+ * @implements {Voice}
+ */
+export class EmbeddedVoice {
+  /**
+   * @typedef {{name: string, identifier: string, language: string, priority: number}} SynthVoice
+   * @param {Worker} worker
+   * @param {{sampleRate: number, voices: SynthVoice[]}} offer
+   */
+  constructor(worker, { sampleRate, voices }) {
+    this.worker = worker;
+    this.sampleRate = sampleRate;
+    this.voices = voices;
+    /** @type {string[]} none of those that the page speaks with for the game */
+    this.names = [];
+    /** @type {AudioContext | null} */
+    this.audio = null;
+    /** @type {AudioBufferSourceNode | null} */
+    this.playing = null;
+    this.timer = 0;
+  }
+
+  /** @returns {Promise<EmbeddedVoice | null>} null where it cannot be had */
+  static open() {
+    return new Promise((resolve) => {
+      const worker = new Worker("speaker.js", { type: "module" });
+      worker.onmessage = ({ data }) => resolve(new EmbeddedVoice(worker, data));
+      worker.onerror = () => resolve(null);
+    });
+  }
+
+  /** @param {Request} request @param {Done} done */
+  say(request, done) {
+    this.silence();
+    this.worker.onmessage = ({ data }) => {
+      if (!this.audio) return;
+      const sound = this.audio.createBuffer(1, data.length, this.sampleRate);
+      sound.copyToChannel(data, 0);
+      this.playing = new AudioBufferSourceNode(this.audio, { buffer: sound });
+      this.playing.connect(this.audio.destination);
+      this.playing.start();
+      // Where there is no sound device a sound never comes to its end.
+      this.timer = window.setTimeout(done, sound.duration * 1000);
+    };
+    this.worker.postMessage({ text: request.text });
+  }
+
+  silence() {
+    window.clearTimeout(this.timer);
+    this.worker.onmessage = null;
+    this.playing?.stop();
+    this.playing = null;
+  }
+
+  /** From now on the game orders. @param {SharedArrayBuffer} memory @param {number} desk where in it */
+  serve(memory, desk) {
+    this.worker.postMessage({ memory, desk });
+  }
+
+  close() {
+    this.worker.terminate();
+  }
+}
+
 /** The player's screen reader, which reads what appears in a live region. @implements {Voice} */
 export class ReaderVoice {
   /**

@@ -1,0 +1,67 @@
+/// The game's embedded voice without a game: what `voice_in_node.js` plays with in Node.
+
+#include <emscripten.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "platform/mixing/synth_service.h"
+#include "platform/web/page_synth.h"
+
+namespace {
+
+constexpr auto kPatience = std::chrono::seconds(2);
+
+struct Speaking {
+  vorn::Mixer mixer;
+  vorn::PageSynth synth{vorn::thePage(), kPatience};
+  vorn::SynthService service{synth, mixer.voice(), kPatience};
+};
+
+std::unique_ptr<Speaking> speaking;
+
+}  // namespace
+
+extern "C" {
+
+/// Once the page has given its voices. Returns how many there are.
+EMSCRIPTEN_KEEPALIVE int speaking_begin() {
+  speaking = std::make_unique<Speaking>();
+  return static_cast<int>(speaking->synth.voices().size());
+}
+
+EMSCRIPTEN_KEEPALIVE void speaking_end() {
+  speaking.reset();
+}
+
+EMSCRIPTEN_KEEPALIVE void speaking_say(const char* text, int voice, int volume, int rate) {
+  speaking->service.say(text, {.voice = voice, .volume = volume, .rate = rate});
+}
+
+EMSCRIPTEN_KEEPALIVE void speaking_purge() {
+  speaking->service.purge();
+}
+
+EMSCRIPTEN_KEEPALIVE int speaking_is_speaking() {
+  return speaking->service.isSpeaking() ? 1 : 0;
+}
+
+/// Whether there is something to be played.
+EMSCRIPTEN_KEEPALIVE int speaking_is_ready() {
+  return speaking->mixer.voice().isSpeaking() ? 1 : 0;
+}
+
+/// Plays `ms` milliseconds, unheard, and returns the loudest sample of the left side.
+EMSCRIPTEN_KEEPALIVE double speaking_play(int ms) {
+  constexpr int kFramesAMs = vorn::Mixer::kRate / 1000;
+  std::vector<float> sound(std::size_t{2} * kFramesAMs * static_cast<std::size_t>(ms));
+  speaking->mixer.render(sound.data(), kFramesAMs * ms);
+  float loudest = 0;
+  for (std::size_t i = 0; i < sound.size(); i += 2) {
+    loudest = std::max(loudest, std::abs(sound[i]));
+  }
+  return loudest;
+}
+}

@@ -1,0 +1,177 @@
+// @ts-check
+// The embedded voice in Node: the page's worker, the game's side of it and the mixer between them.
+//   VORN_WEB_PROGRAMS=FOLDER node --test voice_in_node.js    FOLDER: with speaking.js
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { join } from "node:path";
+import { after, before, test } from "node:test";
+import { Worker } from "node:worker_threads";
+
+const programs = process.env.VORN_WEB_PROGRAMS ?? "";
+const speaker = new URL("../../build/web/site/speaker.js", import.meta.url);
+const TEXT = " The next sound that you hear will come out of the left speaker. ";
+const NORMAL = { voice: 0, volume: 100, rate: 0 };
+const QUIET = 1e-4, PATIENCE_MS = 60000;
+
+/** The page's worker, which finds here what a browser has. */
+const AS_IN_A_BROWSER = `
+  const { parentPort } = require("node:worker_threads");
+  const { readFile } = require("node:fs/promises");
+  globalThis.self = globalThis;
+  globalThis.postMessage = (message) => parentPort.postMessage(message);
+  parentPort.on("message", (data) => self.onmessage({ data }));
+  globalThis.fetch = async (url) => new Response(await readFile(url));
+  import(${JSON.stringify(speaker.href)});
+`;
+
+const pass = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+
+async function until(condition, what) {
+  for (const end = performance.now() + PATIENCE_MS; !condition(); await pass(1)) {
+    assert.ok(performance.now() < end, what);
+  }
+}
+
+let worker, offer, game;
+
+before(async () => {
+  worker = new Worker(AS_IN_A_BROWSER, { eval: true });
+  offer = await new Promise((resolve, reject) => worker.once("message", resolve).once("error", reject));
+  game = await createRequire(import.meta.url)(join(programs, "speaking.js"))({ wasmBinary: readFileSync(join(programs, "speaking.wasm")) });
+  for (const { name, identifier, language, priority } of offer.voices) {
+    game.ccall("vorn_give_synth_voice", null, ["string", "string", "string", "number"], [name, identifier, language, priority]);
+  }
+  worker.postMessage({ memory: game.wasmMemory.buffer, desk: game._vorn_give_synth(offer.sampleRate) });
+  game._speaking_begin();
+});
+after(async () => {
+  game._speaking_end();
+  game.PThread.terminateAllThreads();
+  await worker.terminate();
+});
+
+const say = (text, manner) => {
+  const { voice, volume, rate } = { ...NORMAL, ...manner };
+  game.ccall("speaking_say", null, ["string", "number", "number", "number"], [text, voice, volume, rate]);
+};
+
+/** Plays until nothing is said any more. @returns {Promise<{seconds: number, loudest: number}>} */
+async function heard() {
+  let ms = 0, loudest = 0;
+  for (const end = performance.now() + PATIENCE_MS; game._speaking_is_speaking();) {
+    assert.ok(performance.now() < end, "it never ends");
+    if (!game._speaking_is_ready()) {
+      await pass(1);
+      continue;
+    }
+    loudest = Math.max(loudest, game._speaking_play(1));
+    ++ms;
+  }
+  return { seconds: ms / 1000, loudest };
+}
+
+async function spoken(text, manner) {
+  say(text, manner);
+  return heard();
+}
+
+test("a text is heard, and takes the less time the higher the rate", async () => {
+  const seconds = [];
+  for (const rate of [-5, 0, 5, 10]) {
+    const speech = await spoken(TEXT, { rate });
+    assert.ok(speech.loudest > 0.1, `rate ${rate}: ${speech.loudest}`);
+    seconds.push(speech.seconds);
+  }
+  const normal = seconds[1];
+  [-5, 0, 5, 10].forEach((rate, i) => {
+    const wanted = 3 ** (-rate / 10);
+    assert.ok(Math.abs(seconds[i] / normal - wanted) < 0.15 * Math.max(1, wanted), `rate ${rate}: ${seconds}`);
+  });
+});
+
+test("it speaks from the request on until the last sound, and then no more", async () => {
+  assert.equal(game._speaking_is_speaking(), 0);
+  say(" Exit Game. ");
+  assert.equal(game._speaking_is_speaking(), 1);
+  const { seconds } = await heard();
+  assert.ok(seconds > 0.4 && seconds < 1.5, String(seconds));
+  assert.ok(game._speaking_play(300) < QUIET);
+});
+
+test("the first sound comes without silence in front of it", async () => {
+  say(" Check speakers ");
+  await until(() => game._speaking_is_ready(), "no sound");
+  assert.ok(game._speaking_play(12) > QUIET);
+  await heard();
+});
+
+test("texts follow each other whole, also those longer than what waits to be played", async () => {
+  const one = await spoken(TEXT);
+  for (let i = 0; i < 3; ++i) say(TEXT);
+  const three = await heard();
+  assert.ok(Math.abs(three.seconds - 3 * one.seconds) < 0.5 * one.seconds, `${one.seconds}, ${three.seconds}`);
+  const long = await spoken(TEXT.repeat(4));
+  assert.ok(long.seconds > 3 * one.seconds, `${one.seconds}, ${long.seconds}`);
+});
+
+test("a purge silences at once, and what follows it is heard", async () => {
+  for (let i = 0; i < 10; ++i) {
+    say(TEXT.repeat(4));
+    if (i % 2) await until(() => game._speaking_is_ready(), "no sound");
+    game._speaking_play(20 * i);
+    game._speaking_purge();
+    assert.equal(game._speaking_is_speaking(), 0);
+    game._speaking_play(10);
+    assert.ok(game._speaking_play(200) < QUIET);
+    await pass(5 * i);
+    assert.ok(game._speaking_play(200) < QUIET, "what was purged is written later");
+  }
+  const after = await spoken("one");
+  assert.ok(after.loudest > 0.1 && after.seconds < 1.2, JSON.stringify(after));
+});
+
+test("the volume scales, down to nothing heard in the same time", async () => {
+  const full = await spoken(TEXT), half = await spoken(TEXT, { volume: 50 }), none = await spoken(TEXT, { volume: 0 });
+  assert.ok(Math.abs(half.loudest / full.loudest - 0.5) < 0.1, `${half.loudest} of ${full.loudest}`);
+  assert.ok(none.loudest < QUIET);
+  assert.ok(Math.abs(none.seconds - full.seconds) < 0.3, `${none.seconds}, ${full.seconds}`);
+});
+
+test("American English is the first voice, and every voice speaks in its own way", async () => {
+  const english = offer.voices.map(({ language }) => language);
+  assert.ok(english.length >= 5 && english.every((language) => language.startsWith("en")), String(english));
+  const american = await spoken(TEXT);
+  for (let voice = 0; voice < english.length; ++voice) assert.ok((await spoken("Exit Game.", { voice })).loudest > 0.1, String(voice));
+  const again = await spoken(TEXT), other = await spoken(TEXT, { voice: 1 });
+  assert.ok(Math.abs(again.seconds - american.seconds) < 0.02, `${again.seconds}, ${american.seconds}`);
+  assert.ok(Math.abs(other.seconds - american.seconds) > 0.02, `${other.seconds}, ${american.seconds}`);
+});
+
+test("nothing is read as markup", async () => {
+  for (const [text, less] of [["<b>lap</b>", "lap"], ["lap &lt; 3", "lap < 3"]]) {
+    const whole = await spoken(text), bare = await spoken(less);
+    assert.ok(whole.seconds > bare.seconds + 0.1, `${text}: ${whole.seconds}, ${bare.seconds}`);
+  }
+});
+
+test("blank texts end", async () => {
+  for (const text of [" ", ".", "\x1B"]) assert.ok((await spoken(text)).seconds < 0.2, text);
+});
+
+test("before the game orders, the page gets its own texts", async () => {
+  const own = new Worker(AS_IN_A_BROWSER, { eval: true });
+  await new Promise((resolve) => own.once("message", resolve));
+  own.postMessage({ text: "Press Enter now." });
+  const sound = await new Promise((resolve) => own.once("message", resolve));
+  await own.terminate();
+  assert.ok(sound.length > 0.5 * offer.sampleRate && sound.length < 3 * offer.sampleRate, String(sound.length));
+  const loudest = sound.reduce((most, sample) => Math.max(most, Math.abs(sample)), 0);
+  assert.ok(loudest > 0.1 && loudest <= 1, String(loudest));
+});
+
+test("a worker that has died is given up, and the end waits for nobody", async () => {
+  await worker.terminate();
+  say("one");
+  await until(() => !game._speaking_is_speaking(), "it is never given up");
+});
