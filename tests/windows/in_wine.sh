@@ -6,8 +6,8 @@
 #   in_wine.sh PREFIX PROGRAM [ARGUMENT...]
 set -eu
 export WINEPREFIX=$1 WINEDEBUG=${WINEDEBUG:--all}
-# No .NET, no browser, nothing in the menus of the machine's own desktop.
-export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+# No .NET, no browser, nothing in the menus of the machine's own desktop, and what the test wants besides.
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=;${WINEDLLOVERRIDES:-}"
 shift
 # What is read-only is so for root too, who on Windows has no more rights than others.
 drop=

@@ -64,7 +64,8 @@ class DesktopPlatform : public Platform {
         keptFrames_(keptBuffer(files_)),
         audio_(mixer_, wishesOf(options, keptFrames_)),
         display_(makeTextDisplay(window_.handle())),
-        speech_(makeSpeechService(options.speech, mixer_, [this](const std::string& text) { read(text); })) {
+        speech_(makeSpeechService(
+            options.speech, {mixer_, window_, files_, [this](const std::string& text) { read(text); }})) {
     if (display_) {
       display_->setInFront(true);
     }

@@ -14,7 +14,7 @@
 
 namespace vorn {
 
-enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher, kSapi };
+enum class SpeechChoice { kAuto, kEspeak, kSpeechDispatcher, kSapi, kReader };
 
 /// Whom a player of this system can ask to speak, and by which name.
 struct NamedSpeech {

@@ -56,17 +56,19 @@ std::string speechProblem() {
   return damageOfVoiceData();
 }
 
-std::unique_ptr<SpeechService> makeSpeechService(SpeechChoice choice, Mixer& mixer,
-                                                 std::function<void(const std::string& text)> reader) {
-  auto embedded = std::make_unique<EmbeddedVoice>(mixer.voice());
+std::unique_ptr<SpeechService> makeSpeechService(SpeechChoice choice,
+                                                 const SpeechSurroundings& surroundings) {
+  auto embedded = std::make_unique<EmbeddedVoice>(surroundings.mixer.voice());
   if (choice == SpeechChoice::kEspeak) {
     return embedded;
   }
+  const FallbackWords words{"Speech Dispatcher",
+                            " Speech Dispatcher does not answer. The game's own voice speaks instead. "};
   const bool isDemanded = choice == SpeechChoice::kSpeechDispatcher;
   return std::make_unique<FallbackService>(
       std::make_unique<DispatcherService>(
           DispatcherOptions{.startsDaemon = isDemanded, .voicesFile = cacheFolder() / "voices"}),
-      std::move(embedded), !isDemanded, std::move(reader));
+      std::move(embedded), words, !isDemanded, surroundings.reader);
 }
 
 std::unique_ptr<TextDisplay> makeTextDisplay(SDL_Window* window) {

@@ -4,16 +4,13 @@
 #include <utility>
 
 namespace vorn {
-namespace {
-
-constexpr const char* kNotice = " Speech Dispatcher does not answer. The game's own voice speaks instead. ";
-
-}  // namespace
 
 FallbackService::FallbackService(std::unique_ptr<FallibleService> first,
-                                 std::unique_ptr<SpeechService> second, bool mayBeMissing, Reader reader)
+                                 std::unique_ptr<SpeechService> second, FallbackWords words,
+                                 bool mayBeMissing, Reader reader)
     : first_(std::move(first)),
       second_(std::move(second)),
+      words_(std::move(words)),
       mayBeMissing_(mayBeMissing),
       reader_(std::move(reader)) {}
 
@@ -58,7 +55,7 @@ void FallbackService::switchOver() {
   const bool wasThere = !names_.empty();
   isToBeTold_ = wasThere || !mayBeMissing_;
   if (isToBeTold_) {
-    std::cerr << "Speech Dispatcher: " << first_->problem() << '.' << std::endl;
+    std::cerr << words_.service << ": " << first_->problem() << '.' << std::endl;
   }
   const std::vector<std::string> replacements = second_->voices();
   for (std::size_t place = 0; place < names_.size() && !replacements.empty(); ++place) {
@@ -73,8 +70,8 @@ void FallbackService::sayInstead(const Utterance& utterance) {
   SpeechSettings settings = utterance.settings;
   settings.voice = replacementOf(settings.voice);
   if (std::exchange(isToBeTold_, false)) {
-    second_->say(kNotice, settings);
-    reader_(kNotice);
+    second_->say(words_.notice, settings);
+    reader_(words_.notice);
   }
   second_->say(utterance.text, settings);
 }

@@ -11,6 +11,12 @@
 
 namespace vorn {
 
+/// What is told when the first one has failed.
+struct FallbackWords {
+  std::string service;  ///< its name, for standard error
+  std::string notice;   ///< that the second one says, Windows-1252
+};
+
 class FallbackService : public SpeechService {
  public:
   /// Gets what is said beside the game's own texts, in UTF-8.
@@ -18,7 +24,7 @@ class FallbackService : public SpeechService {
 
   /// `mayBeMissing`: nothing is said of a service that is not there to begin with.
   FallbackService(std::unique_ptr<FallibleService> first, std::unique_ptr<SpeechService> second,
-                  bool mayBeMissing, Reader reader);
+                  FallbackWords words, bool mayBeMissing, Reader reader);
 
   /// Waits as the first service does. Once it has failed, the second one's voices
   /// take the places of its own.
@@ -35,6 +41,7 @@ class FallbackService : public SpeechService {
 
   std::unique_ptr<FallibleService> first_;
   std::unique_ptr<SpeechService> second_;
+  const FallbackWords words_;
   const bool mayBeMissing_;
   Reader reader_;
   std::vector<std::string> names_;  ///< of the voices of this session; their number stays

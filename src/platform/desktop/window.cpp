@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 
 #include "platform/desktop/desktop_platform.h"
 #include "platform/desktop/keyboard.h"
@@ -13,6 +12,7 @@
 namespace vorn {
 namespace {
 
+constexpr std::chrono::years kForEver{1};
 constexpr int kWidth = 640, kHeight = 360;
 
 /// SDL falls back to drivers that show nothing; they count only where they were asked for.
@@ -163,14 +163,14 @@ void Window::showBox(const std::string& text) {
     return;
   }
   SDL_SetWindowTitle(window_, text.c_str());
-  waitForAnswer();
+  waitForKey({SDLK_RETURN, SDLK_KP_ENTER, SDLK_SPACE, SDLK_ESCAPE}, kForEver);
   showTitle();
 }
 
-void Window::waitForAnswer() {
-  constexpr SDL_Keycode kAnswers[] = {SDLK_RETURN, SDLK_KP_ENTER, SDLK_SPACE, SDLK_ESCAPE};
+bool Window::waitForKey(std::initializer_list<SDL_Keycode> keys, std::chrono::milliseconds atMost) {
   constexpr int kNextLookMs = 50;
-  for (;;) {
+  const auto begun = std::chrono::steady_clock::now();
+  while (std::chrono::steady_clock::now() - begun < atMost) {
     passSignalsOn();
     SDL_Event event;
     if (SDL_WaitEventTimeout(&event, kNextLookMs) == 0) {
@@ -178,13 +178,14 @@ void Window::waitForAnswer() {
     }
     if (event.type == SDL_QUIT) {
       SDL_PushEvent(&event);  // for whoever asks next
-      return;
+      return false;
     }
     const bool isPress = event.type == SDL_KEYDOWN && event.key.repeat == 0;
-    if (isPress && std::count(std::begin(kAnswers), std::end(kAnswers), event.key.keysym.sym) > 0) {
-      return;
+    if (isPress && std::count(keys.begin(), keys.end(), event.key.keysym.sym) > 0) {
+      return true;
     }
   }
+  return false;
 }
 
 }  // namespace vorn

@@ -3,8 +3,11 @@
 #pragma once
 
 #include <SDL_events.h>
+#include <SDL_keycode.h>
 #include <SDL_video.h>
 
+#include <chrono>
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -49,12 +52,14 @@ class Window {
   /// has no boxes the text stands in the window's caption until Enter, the space
   /// bar or Escape is pressed or the window is to be closed.
   void showBox(const std::string& text);
+  /// Waits until one of `keys` is pressed, `atMost`. Returns whether it was: false where the time is over or
+  /// the window is to be closed. Nobody else hears of keys meanwhile.
+  bool waitForKey(std::initializer_list<SDL_Keycode> keys, std::chrono::milliseconds atMost);
 
  private:
   bool noteKey(const SDL_KeyboardEvent& event);
   void paint();
   void showTitle();
-  void waitForAnswer();
 
   SDL_Window* window_ = nullptr;
   CaptionPainter painter_;

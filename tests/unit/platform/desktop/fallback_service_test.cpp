@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kNotice = " Speech Dispatcher does not answer. The game's own voice speaks instead. ";
+constexpr const char* kNotice = " The first does not answer. The second speaks instead. ";
 
 /// What a service was told, "2:one" for the text "one" in voice 2.
 using Told = std::vector<std::string>;
@@ -55,8 +55,8 @@ class FallbackServiceTest : public testing::Test {
       first_ = first.get();
       first_->failed = isMissing;
       service_ = std::make_unique<FallbackService>(
-          std::move(first), std::make_unique<Second>(toSecond), mayBeMissing,
-          [this](const std::string& text) { captions.push_back(text); });
+          std::move(first), std::make_unique<Second>(toSecond), FallbackWords{"The first", kNotice},
+          mayBeMissing, [this](const std::string& text) { captions.push_back(text); });
     }
     return *service_;
   }
