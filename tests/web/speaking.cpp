@@ -2,8 +2,6 @@
 
 #include <emscripten.h>
 
-#include <algorithm>
-#include <cmath>
 #include <memory>
 #include <vector>
 
@@ -53,15 +51,12 @@ EMSCRIPTEN_KEEPALIVE int speaking_is_ready() {
   return speaking->mixer.voice().isSpeaking() ? 1 : 0;
 }
 
-/// Plays `ms` milliseconds, unheard, and returns the loudest sample of the left side.
-EMSCRIPTEN_KEEPALIVE double speaking_play(int ms) {
+/// Plays the next `ms` milliseconds. Returns them until the next call, left and right in turn.
+EMSCRIPTEN_KEEPALIVE const float* speaking_play(int ms) {
   constexpr int kFramesAMs = vorn::Mixer::kRate / 1000;
-  std::vector<float> sound(std::size_t{2} * kFramesAMs * static_cast<std::size_t>(ms));
+  static std::vector<float> sound;
+  sound.resize(std::size_t{2} * kFramesAMs * static_cast<std::size_t>(ms));
   speaking->mixer.render(sound.data(), kFramesAMs * ms);
-  float loudest = 0;
-  for (std::size_t i = 0; i < sound.size(); i += 2) {
-    loudest = std::max(loudest, std::abs(sound[i]));
-  }
-  return loudest;
+  return sound.data();
 }
 }

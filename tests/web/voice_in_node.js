@@ -7,12 +7,13 @@ import { createRequire } from "node:module";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { Worker } from "node:worker_threads";
+import { recognised } from "./recogniser.js";
 
 const programs = process.env.VORN_WEB_PROGRAMS ?? "";
 const speaker = new URL("../../build/web/site/speaker.js", import.meta.url);
 const TEXT = " The next sound that you hear will come out of the left speaker. ";
 const NORMAL = { voice: 0, volume: 100, rate: 0 };
-const QUIET = 1e-4, PATIENCE_MS = 60000;
+const RATE = 48000, QUIET = 1e-4, PATIENCE_MS = 60000;
 
 /** The page's worker, which finds here what a browser has. */
 const AS_IN_A_BROWSER = `
@@ -56,19 +57,26 @@ const say = (text, manner) => {
   game.ccall("speaking_say", null, ["string", "number", "number", "number"], [text, voice, volume, rate]);
 };
 
-/** Plays until nothing is said any more. @returns {Promise<{seconds: number, loudest: number}>} */
+/** The next milliseconds of sound, its left side. @param {number} ms @returns {Float32Array} */
+function played(ms) {
+  const at = game._speaking_play(ms) / 4;
+  return game.HEAPF32.slice(at, at + 2 * ms * RATE / 1000).filter((_, i) => i % 2 === 0);
+}
+const loudestOf = (samples) => samples.reduce((most, sample) => Math.max(most, Math.abs(sample)), 0);
+
+/** Plays until nothing is said any more. @returns {Promise<{seconds: number, loudest: number, sound: Float32Array}>} */
 async function heard() {
-  let ms = 0, loudest = 0;
+  /** @type {number[]} */
+  const sound = [];
   for (const end = performance.now() + PATIENCE_MS; game._speaking_is_speaking();) {
     assert.ok(performance.now() < end, "it never ends");
     if (!game._speaking_is_ready()) {
       await pass(1);
       continue;
     }
-    loudest = Math.max(loudest, game._speaking_play(1));
-    ++ms;
+    sound.push(...played(1));
   }
-  return { seconds: ms / 1000, loudest };
+  return { seconds: sound.length / RATE, loudest: loudestOf(sound), sound: Float32Array.from(sound) };
 }
 
 async function spoken(text, manner) {
@@ -90,19 +98,27 @@ test("a text is heard, and takes the less time the higher the rate", async () =>
   });
 });
 
+test("a recogniser understands it", async () => {
+  const sentences = ["start game", "exit game", "check speakers", "change voice"];
+  for (const sentence of sentences) {
+    const { sound } = await spoken(` ${sentence}. `);
+    assert.equal(recognised(sound, RATE, sentences), sentence);
+  }
+});
+
 test("it speaks from the request on until the last sound, and then no more", async () => {
   assert.equal(game._speaking_is_speaking(), 0);
   say(" Exit Game. ");
   assert.equal(game._speaking_is_speaking(), 1);
   const { seconds } = await heard();
   assert.ok(seconds > 0.4 && seconds < 1.5, String(seconds));
-  assert.ok(game._speaking_play(300) < QUIET);
+  assert.ok(loudestOf(played(300)) < QUIET);
 });
 
 test("the first sound comes without silence in front of it", async () => {
   say(" Check speakers ");
   await until(() => game._speaking_is_ready(), "no sound");
-  assert.ok(game._speaking_play(12) > QUIET);
+  assert.ok(loudestOf(played(12)) > QUIET);
   await heard();
 });
 
@@ -119,13 +135,13 @@ test("a purge silences at once, and what follows it is heard", async () => {
   for (let i = 0; i < 10; ++i) {
     say(TEXT.repeat(4));
     if (i % 2) await until(() => game._speaking_is_ready(), "no sound");
-    game._speaking_play(20 * i);
+    played(20 * i);
     game._speaking_purge();
     assert.equal(game._speaking_is_speaking(), 0);
-    game._speaking_play(10);
-    assert.ok(game._speaking_play(200) < QUIET);
+    played(10);
+    assert.ok(loudestOf(played(200)) < QUIET);
     await pass(5 * i);
-    assert.ok(game._speaking_play(200) < QUIET, "what was purged is written later");
+    assert.ok(loudestOf(played(200)) < QUIET, "what was purged is written later");
   }
   const after = await spoken("one");
   assert.ok(after.loudest > 0.1 && after.seconds < 1.2, JSON.stringify(after));
@@ -166,8 +182,7 @@ test("before the game orders, the page gets its own texts", async () => {
   const sound = await new Promise((resolve) => own.once("message", resolve));
   await own.terminate();
   assert.ok(sound.length > 0.5 * offer.sampleRate && sound.length < 3 * offer.sampleRate, String(sound.length));
-  const loudest = sound.reduce((most, sample) => Math.max(most, Math.abs(sample)), 0);
-  assert.ok(loudest > 0.1 && loudest <= 1, String(loudest));
+  assert.ok(loudestOf(sound) > 0.1 && loudestOf(sound) <= 1, String(loudestOf(sound)));
 });
 
 test("a worker that has died is given up, and the end waits for nobody", async () => {
