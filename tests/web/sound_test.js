@@ -7,36 +7,11 @@ import { mkdtempSync, readFileSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { test } from "node:test";
+import { withRecorder } from "./recorder.js";
 import { MENU, visitor } from "./visit.js";
 
 const program = process.env.VORN_PROGRAM ?? "", sounds = process.env.VORN_SOUNDS ?? "";
 const RATE = 48000, SECONDS = 4;
-
-/** Notes what the game's player puts out, on the thread that plays it, so that a busy page misses nothing. */
-function withRecorder(page) {
-  return page.evaluateOnNewDocument(() => {
-    const recorder = `registerProcessor("recorder", class extends AudioWorkletProcessor {
-      process([input]) {
-        if (input.length) this.port.postMessage(input[0].slice());
-        return true;
-      }
-    });`;
-    const addModule = AudioWorklet.prototype.addModule, connect = AudioNode.prototype.connect;
-    window.captured = [];
-    AudioWorklet.prototype.addModule = async function (...args) {
-      await addModule.call(this, URL.createObjectURL(new Blob([recorder], { type: "text/javascript" })));
-      return addModule.apply(this, args);
-    };
-    AudioNode.prototype.connect = function (...args) {
-      if (this instanceof AudioWorkletNode) {
-        const node = new AudioWorkletNode(this.context, "recorder", { numberOfOutputs: 0 });
-        node.port.onmessage = ({ data }) => window.captured.push(...data);
-        connect.call(this, node);
-      }
-      return connect.apply(this, args);
-    };
-  });
-}
 
 /** The first seconds of a headless session, left side. */
 function renderedStart() {

@@ -147,6 +147,19 @@ test("a purge silences at once, and what follows it is heard", async () => {
   assert.ok(after.loudest > 0.1 && after.seconds < 1.2, JSON.stringify(after));
 });
 
+test("after a purge nobody waits for the rest of a long text", async () => {
+  const began = performance.now();
+  await spoken("one");
+  const usual = performance.now() - began;
+  say(TEXT.repeat(1000));
+  await until(() => game._speaking_is_ready(), "no sound");
+  game._speaking_purge();
+  const purged = performance.now();
+  await spoken("one");
+  const after = performance.now() - purged;
+  assert.ok(after < 10 * usual + 1000, `${after} ms instead of ${usual}`);
+});
+
 test("the volume scales, down to nothing heard in the same time", async () => {
   const full = await spoken(TEXT), half = await spoken(TEXT, { volume: 50 }), none = await spoken(TEXT, { volume: 0 });
   assert.ok(Math.abs(half.loudest / full.loudest - 0.5) < 0.1, `${half.loudest} of ${full.loudest}`);

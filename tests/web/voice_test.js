@@ -1,0 +1,120 @@
+// @ts-check
+// The embedded voice in the page: asked for, kept, and heard in what the browser plays.
+// Runs within with_desktop.sh: Firefox plays nothing where there is no sound device.
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { pass } from "./browser.js";
+import { recognised } from "./recogniser.js";
+import { recorded, recordedSince, withRecorder } from "./recorder.js";
+import { host, MENU, pastTheTitle, visitor } from "./visit.js";
+
+const RATE = 48000, QUIET = 1e-3;
+const LONG_MS = 60000;
+
+/** @param {Float32Array} sound @returns {number} how much of it is no silence, in seconds */
+function secondsOfSound(sound) {
+  const PIECE = RATE / 100;
+  let pieces = 0;
+  for (let at = 0; at + PIECE <= sound.length; at += PIECE) {
+    pieces += Number(sound.subarray(at, at + PIECE).some((sample) => Math.abs(sample) > QUIET));
+  }
+  return pieces * PIECE / RATE;
+}
+
+/** Waits until nothing has been heard for half a second. @returns {Promise<Float32Array>} what was until then, since `from` */
+async function untilSilence(player, from) {
+  const STILL = RATE / 2;
+  for (const end = performance.now() + LONG_MS; ; await pass(100)) {
+    const sound = await recordedSince(player, from);
+    if (sound.length > STILL && sound.subarray(-STILL).every((sample) => Math.abs(sample) <= QUIET)) return sound;
+    assert.ok(performance.now() < end, "it is never silent");
+  }
+}
+
+async function atTheMenuWith(voice) {
+  const player = await visitor(withRecorder);
+  await player.start({ voice });
+  await pastTheTitle(player);
+  await untilSilence(player, await recorded(player));
+  return player;
+}
+
+test("the first visit offers the game's own voice, which is kept and needs no network", async () => {
+  const player = await visitor();
+  await player.pressStart();
+  await player.hears("The voice of the game. Press Enter now");
+  await player.answers("Enter", "Press A to drive with A");
+  await player.answers("Enter", "");
+  await pastTheTitle(player);
+  assert.equal(await player.page.evaluate(() => localStorage.getItem("vorn1.voice")), "embedded");
+  host.isDown = true;
+  await player.reload();
+  await player.pressStart();
+  await pastTheTitle(player);
+  assert.ok(!(await player.heard()).some((said) => said.includes("Press ")), "asked again");
+  assert.equal(await player.answers("ArrowUp", ""), "Start Game.");
+  await player.answers("ArrowDown", MENU.replace("Select. ", ""));
+  assert.deepEqual(player.problems.filter((problem) => !problem.includes("503")), []);
+});
+
+test("what is said is heard and understood", async () => {
+  const player = await atTheMenuWith("embedded");
+  const sentences = ["start game", "exit game", "check speakers", "change voice"];
+  /** @type {string[]} */
+  const understood = [];
+  // On a busy machine speech stumbles.
+  for (let attempt = 0; attempt < 4 && understood.at(-1) !== "start game"; ++attempt) {
+    const from = await recorded(player);
+    await player.answers("ArrowUp", "Start Game.");
+    const sound = await untilSilence(player, from);
+    assert.ok(secondsOfSound(sound) > 0.3, `${secondsOfSound(sound)} s of sound`);
+    understood.push(recognised(sound, RATE, sentences));
+    const back = await recorded(player);
+    await player.answers("ArrowDown", "Exit Game.");
+    await untilSilence(player, back);
+  }
+  assert.equal(understood.at(-1), "start game", String(understood));
+});
+
+test("where a screen reader speaks, the same step makes no sound", async () => {
+  const player = await atTheMenuWith("reader 2");
+  const from = await recorded(player);
+  await player.answers("ArrowUp", "Start Game.");
+  await pass(1500);
+  assert.ok(secondsOfSound(await recordedSince(player, from)) < 0.2);
+});
+
+test("the next entry cuts the one before short", async () => {
+  const player = await atTheMenuWith("embedded");
+  const from = await recorded(player);
+  for (let i = 0; i < 6; ++i) await player.press(i % 2 ? "ArrowDown" : "ArrowUp");
+  const six = secondsOfSound(await untilSilence(player, from));
+  const again = await recorded(player);
+  await player.answers("ArrowUp", "");
+  const one = secondsOfSound(await untilSilence(player, again));
+  assert.ok(six < 4 * one, `${six} s for six entries, ${one} s for one`);
+});
+
+test("the game waits for its last words", async () => {
+  const player = await atTheMenuWith("embedded");
+  const from = await recorded(player);
+  await player.answers("Enter", "Thank you for playing");
+  await player.reads("The game has ended.");
+  const said = secondsOfSound(await recordedSince(player, from));
+  assert.ok(said > 2, `${said} s of sound`);
+  await player.press("Enter");
+  await pastTheTitle(player);
+});
+
+test("without the voice's data the others are offered", async () => {
+  const player = await visitor((page) => page.evaluateOnNewDocument(() => {
+    window.Worker = class extends Worker {
+      constructor(address, options) {
+        super(String(address).includes("speaker") ? "missing.js" : address, options);
+      }
+    };
+  }));
+  await player.pressStart();
+  await player.hears("Your screen reader. Press Enter now");
+  assert.ok(!(await player.heard()).some((said) => said.includes("voice of the game")));
+});
