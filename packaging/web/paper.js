@@ -1,10 +1,9 @@
 // Writes docs/manual.md as a page, or only its chapter of the keys: node paper.js manual|keys
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
-import { pathToFileURL } from "node:url";
 
 const npm = createRequire(new URL("../../build/web/npm/", import.meta.url));
-const { marked } = await import(pathToFileURL(npm.resolve("marked")).href);
+const { marked } = npm("marked");
 
 const which = process.argv[2];
 let text = readFileSync(new URL("../../docs/manual.md", import.meta.url), "utf8");
