@@ -37,7 +37,6 @@ double unitsIntoLap(const Track& track, const TickReport& tick) {
 RaceState carOf(const GameState& game, const TickReport& tick) {
   RaceState car;
   car.speed = tick.speed;
-  car.gear = tick.gear;
   car.topGearUnlimited = game.topGearUnlimited;
   return car;
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 #include "platform/headless/headless_platform.h"
 
@@ -134,24 +135,44 @@ TEST_F(Fields, RefuseWhatTheyCannotHold) {
 
 TEST_F(Fields, RefuseWhatTheRulesCannotComputeWith) {
   struct Limits {
-    const char* name;
     double lowest, highest;
+    std::vector<const char*> names;
   };
-  for (const Limits& field : {Limits{"gear", 0, 4},
-                              {"trackChoice", 1, 12},
-                              {"keyMapGas", 0, 255},
-                              {"joyMapHorn", 0, 31},
-                              {"soundRpm", 0, 1000},
-                              {"speed", 0, 1e6},
-                              {"lateralPosition", -1e9, 1e9},
-                              {"wallTicks", -1e9, 1e9}}) {
-    EXPECT_TRUE(setField(g, field.name, field.lowest)) << field.name;
-    EXPECT_TRUE(setField(g, field.name, field.highest)) << field.name;
-    EXPECT_FALSE(setField(g, field.name, field.lowest - 1)) << field.name;
-    EXPECT_FALSE(setField(g, field.name, field.highest + 1)) << field.name;
-    EXPECT_FALSE(setField(g, field.name, std::numeric_limits<double>::quiet_NaN())) << field.name;
+  constexpr double kTwoTo31 = 2147483648.0;
+  const Limits kLimits[] = {
+      {0, 4, {"gear"}},
+      {1, 12, {"trackChoice"}},
+      {0, 32, {"joystickButtons"}},
+      {0,
+       31,
+       {"joyMapSpeedometer", "joyMapTrackPosition", "joyMapStartEngine", "joyMapPitRoad", "joyMapSayGear",
+        "joyMapSayLap", "joyMapHorn", "joyMapElapsedTime", "joyMapUpShift", "joyMapDownShift"}},
+      {0,
+       255,
+       {"keyMapSpeedometer", "keyMapTrackPosition", "keyMapStartEngine", "keyMapSayLap", "keyMapPitRoad",
+        "keyMapElapsedTime", "keyMapSteerLeft", "keyMapSteerRight", "keyMapUpShift", "keyMapDownShift",
+        "keyMapGas", "keyMapBrake", "keyMapEnter", "keyMapHorn", "keyMapSayGear"}},
+      {0, 1000, {"engineRpm", "soundRpm"}},
+      {0, 1e6, {"speed", "fuel"}},
+      {0, 1e9, {"raceTicks", "raceTime"}},
+      {-1e9, 1e9, {"lateralPosition", "wallTicks"}},
+      {-kTwoTo31,
+       kTwoTo31 - 1,
+       {"speechRate", "waitUntilTick", "lastTickCount", "lastSayPositionTick", "lastSayGearTick",
+        "lastSaySpeedTick", "lastSayLapTick", "lastSayTimeTick", "lastSayFuelTick"}}};
+  for (const Limits& limits : kLimits) {
+    for (const char* name : limits.names) {
+      EXPECT_TRUE(setField(g, name, limits.lowest)) << name;
+      EXPECT_TRUE(setField(g, name, limits.highest)) << name;
+      EXPECT_FALSE(setField(g, name, limits.lowest - 1)) << name;
+      EXPECT_FALSE(setField(g, name, limits.highest + 1)) << name;
+      EXPECT_FALSE(setField(g, name, std::numeric_limits<double>::quiet_NaN())) << name;
+    }
   }
-  EXPECT_FALSE(setField(g, "warnDistance", 0));
+  EXPECT_TRUE(setField(g, "warnDistance", 1e-6));
+  EXPECT_TRUE(setField(g, "warnDistance", 1e9));
+  EXPECT_FALSE(setField(g, "warnDistance", 0.9e-6));
+  EXPECT_FALSE(setField(g, "warnDistance", 1e9 + 1));
 }
 
 TEST_F(Fields, NeverAskedReadsAsZero) {
