@@ -121,4 +121,5 @@ def main():
     sys.exit(faulty)
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -12,7 +12,8 @@ std::string traceText(const TraceLine& line) {
 }
 
 void StreamTraceSink::write(const TraceLine& line) {
-  stream_ << traceText(line) << '\n';
+  const std::string text = traceText(line) + '\n';
+  stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
 void StreamTraceSink::flush() {
@@ -34,8 +35,13 @@ Field(const char*, Value) -> Field<Value>;
 template <typename... Fields>
 void Trace::put(const char* event, Fields&&... fields) {
   if (sink_ == nullptr || hasEnded_) return;
-  TraceLine line = {{"ms", clock_.now()}, {"ev", event}};
-  (line.emplace(fields.name, std::move(fields.value)), ...);
+  TraceLine line = TraceLine::object();
+  // No name comes twice, so none is looked for; and the line grows once.
+  auto& object = line.get_ref<TraceLine::object_t&>();
+  object.reserve(2 + sizeof...(fields));
+  object.emplace_back("ms", clock_.now());
+  object.emplace_back("ev", event);
+  (object.emplace_back(fields.name, std::move(fields.value)), ...);
   sink_->write(line);
 }
 

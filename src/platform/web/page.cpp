@@ -110,6 +110,26 @@ EMSCRIPTEN_KEEPALIVE int vorn_pulse() {
   return thePage().pulse;
 }
 
+EMSCRIPTEN_KEEPALIVE int vorn_tick_waits() {
+  return thePage().tickWaits.count();
+}
+
+EMSCRIPTEN_KEEPALIVE double vorn_ticks_late(double share) {
+  return thePage().tickWaits.below(share);
+}
+
+EMSCRIPTEN_KEEPALIVE int vorn_gaps() {
+  return static_cast<int>(thePage().ring.gaps);
+}
+
+EMSCRIPTEN_KEEPALIVE int vorn_frames_missed() {
+  return static_cast<int>(thePage().ring.missed);
+}
+
+EMSCRIPTEN_KEEPALIVE int vorn_frames_ahead() {
+  return static_cast<int>(thePage().ring.ahead);
+}
+
 EMSCRIPTEN_KEEPALIVE int vorn_is_racing() {
   return thePage().isRacing() ? 1 : 0;
 }

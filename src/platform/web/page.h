@@ -11,6 +11,7 @@
 
 #include "platform/common/speech_synth.h"
 #include "platform/mixing/mixer.h"
+#include "platform/web/lateness.h"
 #include "platform/web/page_inbox.h"
 #include "platform/web/page_pads.h"
 #include "platform/web/stored_files.h"
@@ -32,14 +33,16 @@ enum class Tell {
 };
 
 /// Sound on its way to the worklet, which reads it by this layout (`site/worklet.js`):
-/// frames that have been read and written, both counted on and on, then left and right in turn.
+/// four counts, then left and right in turn. Frames that have been read and written are counted on and on.
 struct SoundRing {
   static constexpr std::uint32_t kFrames = 4096;
 
   std::atomic<std::uint32_t> read{0}, written{0};
-  std::atomic<std::uint32_t> gaps{0};  ///< times that the worklet found too little
-  std::uint32_t unused = 0;
+  std::atomic<std::uint32_t> gaps{0};    ///< times that the worklet found too little
+  std::atomic<std::uint32_t> missed{0};  ///< frames of silence that it put in
   std::array<float, std::size_t{2} * kFrames> samples{};
+
+  std::atomic<std::uint32_t> ahead{0};  ///< frames that are kept ready
 };
 
 /// Where the game orders speech from the page's worker and gets its sound, which the
@@ -78,6 +81,8 @@ struct Page {
   SpeakerDesk desk;
 
   std::atomic<std::int32_t> pulse{0};  ///< grows as long as the game's thread does anything
+
+  Lateness tickWaits;  ///< how late the waits for the ends of the car's ticks end
 
   /// Of the car; milliseconds of the steady clock.
   std::atomic<double> lastTick{-1e9};

@@ -41,6 +41,7 @@ void SoundOutput::work() {
   Clock::time_point lastRead = Clock::now();
   while (!isEnding_) {
     mixer_.voice().setDeviceLatency(static_cast<int>(ahead));
+    ring_.ahead = ahead;
     fill(ahead);
     emscripten_futex_wait(&ring_.read, read, kLongestWaitMs);
     const Clock::time_point now = Clock::now();

@@ -134,6 +134,7 @@ class WebPlatform : public Platform {
 
  private:
   void doYield(int atMostMs) override;
+  void waitUntil(steady_clock::time_point end);
   void deliver(const PageEvent& event);
   void noteKey(const PageEvent& event);
   void changeFocus(bool isInBackground);
@@ -186,7 +187,7 @@ int WebPlatform::messageBox(const std::string& text) {
 void WebPlatform::doYield(int atMostMs) {
   ++page_.pulse;
   if (atMostMs > 0) {
-    page_.inbox.waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
+    waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
   }
   mixer_.setDucked(speech_->isSpeaking());
   while (const auto event = page_.inbox.take()) {
@@ -195,6 +196,14 @@ void WebPlatform::doYield(int atMostMs) {
   page_.pads.notify(receiver_);
   for (const std::string& news : page_.pads.takeNews()) {
     announce(news);
+  }
+}
+
+void WebPlatform::waitUntil(steady_clock::time_point end) {
+  page_.inbox.waitUntil(end);
+  const auto now = steady_clock::now();
+  if (page_.isRacing() && now >= end) {  // and so ends a tick, unless a key has ended the wait
+    page_.tickWaits.note(std::chrono::duration<double, std::milli>(now - end).count());
   }
 }
 

@@ -24,6 +24,11 @@ const DEFAULT_MS_A_CHARACTER = 60;
  * @property {(size: number) => number} _malloc
  * @property {(address: number) => void} _free
  * @property {() => number} _vorn_ring
+ * @property {() => number} _vorn_tick_waits
+ * @property {(share: number) => number} _vorn_ticks_late
+ * @property {() => number} _vorn_gaps
+ * @property {() => number} _vorn_frames_missed
+ * @property {() => number} _vorn_frames_ahead
  * @property {(sampleRate: number) => number} _vorn_give_synth
  * @property {() => number} _vorn_is_racing
  * @property {() => number} _vorn_pulse
@@ -226,6 +231,25 @@ async function connectSound(from, audio) {
 }
 
 /**
+ * How the game keeps up, for tests and measurements: `vornFigures()` at any time of a game and behind it.
+ * @param {Game} of @param {AudioContext} audio
+ */
+function showFigures(of, audio) {
+  /** @param {number} frames */
+  const ms = (frames) => 1000 * frames / audio.sampleRate;
+  const figures = () => ({
+    tickWaits: of._vorn_tick_waits(),
+    tickLateMs: { p50: of._vorn_ticks_late(0.5), p99: of._vorn_ticks_late(0.99), most: of._vorn_ticks_late(1) },
+    gaps: of._vorn_gaps(),
+    missedMs: ms(of._vorn_frames_missed()),
+    aheadMs: ms(of._vorn_frames_ahead()),
+    playedS: audio.currentTime,
+    deviceMs: 1000 * (audio.baseLatency + audio.outputLatency),
+  });
+  Object.assign(window, { vornFigures: figures });
+}
+
+/**
  * Carries out what the game tells.
  * @param {Game} from
  * @param {Voice} voice
@@ -376,6 +400,7 @@ async function play() {
     if (voice instanceof EmbeddedVoice) handOverVoice(created, voice);
     else forgetEmbeddedVoice();
     await connectSound(created, audio);
+    showFigures(created, audio);
     passKeysOn(created, playing.signal);
     passPadsOn(created, playing.signal);
     watchPulse(created, playing.signal, () => end("The game has stopped. Start it again; records and settings are kept."));

@@ -1,7 +1,7 @@
 // @ts-check
 // Empties the game's ring of sound. Its layout stands in page.h: `SoundRing`.
 
-const READ = 0, WRITTEN = 1, GAPS = 2, HEADER_BYTES = 16;
+const READ = 0, WRITTEN = 1, GAPS = 2, MISSED = 3, HEADER_BYTES = 16;
 const FRAMES = 4096;
 
 class RingPlayer extends AudioWorkletProcessor {
@@ -11,7 +11,7 @@ class RingPlayer extends AudioWorkletProcessor {
     const { memory, ring } = options.processorOptions;
     this.counts = new Int32Array(memory, ring, HEADER_BYTES / 4);
     this.samples = new Float32Array(memory, ring + HEADER_BYTES, 2 * FRAMES);
-    this.wasPlaying = false;
+    this.hasBegun = this.wasPlaying = false;
   }
 
   /**
@@ -28,8 +28,12 @@ class RingPlayer extends AudioWorkletProcessor {
       left[i] = this.samples[at];
       right[i] = this.samples[at + 1];
     }
-    if (count < left.length && this.wasPlaying) Atomics.add(this.counts, GAPS, 1);
+    if (count < left.length && this.hasBegun) {
+      if (this.wasPlaying) Atomics.add(this.counts, GAPS, 1);
+      Atomics.add(this.counts, MISSED, left.length - count);
+    }
     this.wasPlaying = count === left.length;
+    this.hasBegun ||= this.wasPlaying;
     Atomics.add(this.counts, READ, count);
     Atomics.notify(this.counts, READ);
     return true;
