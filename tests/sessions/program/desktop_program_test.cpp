@@ -150,6 +150,12 @@ TEST_F(WithASoundTool, AToolThatFailsIsSpokenOf) {
   EXPECT_EQ(close(running), 0);
 }
 
+TEST_F(WithASoundTool, AToolIsWaitedForWhoeverIgnoresTheEndsOfChildren) {
+  startInVain(start({"--captions"}, folder.path(), program, {"env", "--ignore-signal=CHLD"}));
+  EXPECT_NE(called(), "");
+  EXPECT_THAT(before, Not(Contains("The sounds could not be made.")));
+}
+
 TEST_F(WithASoundTool, SoundsThatAreThereAreNotMadeAgain) {
   putEmptySounds(folder);
   startInVain(start({"--captions"}, folder.path(), program));
