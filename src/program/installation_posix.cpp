@@ -31,8 +31,8 @@ fs::path programFolder() {
 bool run(const fs::path& program, const fs::path& argument) {
   std::string name = program.string(), value = argument.string();
   char* const words[] = {name.data(), value.data(), nullptr};
-  std::signal(SIGCHLD,
-              SIG_DFL);  // whoever started this may ignore it, and then nobody is told how a child ended
+  // Whoever started this may ignore the ends of children, and then nobody is told how one ended.
+  std::signal(SIGCHLD, SIG_DFL);
   pid_t child = 0;
   int status = 0;
   if (::posix_spawn(&child, name.c_str(), nullptr, nullptr, words, environ) != 0) return false;
