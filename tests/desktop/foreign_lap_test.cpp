@@ -30,25 +30,11 @@ TEST(ForeignLap, IsDrivenFromTheMenuToTheRecord) {
   player.answer("Up");
   player.waitFor(" Start Game. ");
   player.answer("Enter");
-  player.waitFor(" Select the track you wish to run, Maple Leaf Try Oval ");
-  player.answer("Enter");
-  player.waitFor(" Enter the number of laps that you wish to run. ", 60);
-  player.answer("1");
-  player.waitFor("1");
-  player.answer("Enter");
-  player.waitFor(" Is 1 correct for the number of laps to run?  yes ");
-  player.answer("Enter");
-
-  player.waitFor(" Ladies and Gentlemen, Start Your Engines! ", 60);
+  player.enterOneLap();
   player.rest(4500);
-  player.keys.press("End");
-  player.waitFor(" 10 ", 30);
-  player.keys.release("End");
+  player.startEngine();
   const double idling = recording.now();
-  player.waitFor(" 1 ");
-  player.rest(1300);
-  player.keys.press("LeftCtrl");
-  player.keys.tap("Up", 150);
+  player.goAtTheHorn();
   player.rest(1500);
   const double racing = recording.now();
 
@@ -57,17 +43,7 @@ TEST(ForeignLap, IsDrivenFromTheMenuToTheRecord) {
   player.keys.release("LeftCtrl");
   EXPECT_THAT(result, StartsWith(" Your time for 1 lap on the Maple Leaf Tri Oval Track is, "));
 
-  player.waitFor(" Enter your name as the new record holder. ", 60);
-  player.answer("A");
-  player.waitFor("a");
-  player.answer("Enter");
-  player.waitFor(" Is a correct, for the new record holder? yes ");
-  player.answer("Enter");
-  player.waitFor(" Select, repeat race time ");
-  player.answer("Up");
-  player.waitFor(" Exit game ");
-  player.answer("Enter");
-  player.waitFor(" exiting program ", 60);
+  player.enterRecordAndLeave();
   EXPECT_EQ(player.waitForEnd(), 0);
 
   EXPECT_EQ(folder.read("vorn1maple0001.rec").size(), 26U + 4 * 1);

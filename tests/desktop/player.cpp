@@ -56,6 +56,34 @@ void Player::enterOneLap() {
   waitFor(" Ladies and Gentlemen, Start Your Engines! ");
 }
 
+void Player::startEngine() {
+  keys.press("End");
+  waitFor(" 10 ");
+  keys.release("End");
+}
+
+void Player::goAtTheHorn() {
+  waitFor(" 1 ");
+  rest(1300);
+  keys.press("LeftCtrl");
+  keys.tap("Up", 150);
+}
+
+void Player::enterRecordAndLeave() {
+  waitFor(" Enter your name as the new record holder. ");
+  answer("A");
+  waitFor("a");
+  answer("Enter");
+  waitFor(" Is a correct, for the new record holder? yes ");
+  answer("Enter");
+  waitFor(" Select, repeat race time ");
+  answer("Up");
+  waitFor(" Exit game ");
+  answer("Enter");
+  waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  waitFor(" exiting program ");
+}
+
 void copySounds(const TemporaryFolder& folder) {
   for (const auto& sound : fs::directory_iterator(VORN_SOUND_FOLDER)) {
     fs::copy_file(sound.path(), folder.path() / sound.path().filename());

@@ -29,6 +29,12 @@ class Player {
   void rest(int milliseconds);
   /// From the words that open the track menu to the call to start the engines: one lap of the first track.
   void enterOneLap();
+  /// Holds the starter until the seconds to the horn are counted.
+  void startEngine();
+  /// Full gas and first gear at the horn.
+  void goAtTheHorn();
+  /// From the question after a record's result, which is answered with the name "a", out of the game.
+  void enterRecordAndLeave();
   pid_t process() const { return game_.process(); }
   int waitForEnd() { return game_.waitForEnd(); }
 

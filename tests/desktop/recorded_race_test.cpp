@@ -37,13 +37,8 @@ void race(Player& player) {
   player.waitFor(" Start Game. ");
   player.answer("Enter");
   player.enterOneLap();
-  player.keys.press("End");
-  player.waitFor(" 10 ");
-  player.keys.release("End");
-  player.waitFor(" 1 ");
-  player.rest(1300);
-  player.keys.press("LeftCtrl");
-  player.keys.tap("Up", 150);
+  player.startEngine();
+  player.goAtTheHorn();
   player.waitFor("50");
   player.keys.tap("Left", 350);
   player.keys.tap("RightCtrl", 30);

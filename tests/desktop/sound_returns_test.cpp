@@ -183,13 +183,8 @@ class SoundReturnsTo : public testing::Test {
   void startRace() {
     player->enterOneLap();
     player->rest(3500);
-    player->keys.press("End");
-    player->waitFor(" 10 ");
-    player->keys.release("End");
-    player->waitFor(" 1 ");
-    player->rest(1300);
-    player->keys.press("LeftCtrl");
-    player->keys.tap("Up", 150);
+    player->startEngine();
+    player->goAtTheHorn();
   }
 
   TemporaryFolder folder;

@@ -319,9 +319,7 @@ TEST_P(WholeSession, IsPlayedByEar) {
   player.answer("Enter");
   player.enterOneLap();
   player.rest(3000);
-  player.keys.press("End");
-  player.waitFor(" 10 ");
-  player.keys.release("End");
+  player.startEngine();
   player.waitFor(" 1 ");
   player.rest(1500);
   player.answer("Escape");

@@ -59,14 +59,9 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
         return call;
       }));
   player.rest(1400);
-  player.keys.press("End");
-  player.waitFor(" 10 ");
-  player.keys.release("End");
+  player.startEngine();
   const double idling = recording.now();
-  player.waitFor(" 1 ");
-  player.rest(1300);
-  player.keys.press("LeftCtrl");
-  player.keys.tap("Up", 150);
+  player.goAtTheHorn();
   player.rest(1500);
   const double racing = recording.now();
 
@@ -77,18 +72,7 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
   EXPECT_THAT(result, HasSubstr(" Which sets a new record! "));
   EXPECT_LE(driver.crashes(), 2);
 
-  player.waitFor(" Enter your name as the new record holder. ");
-  player.answer("A");
-  player.waitFor("a");
-  player.answer("Enter");
-  player.waitFor(" Is a correct, for the new record holder? yes ");
-  player.answer("Enter");
-  player.waitFor(" Select, repeat race time ");
-  player.answer("Up");
-  player.waitFor(" Exit game ");
-  player.answer("Enter");
-  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
-  player.waitFor(" exiting program ");
+  player.enterRecordAndLeave();
   EXPECT_EQ(player.waitForEnd(), 0);
 
   EXPECT_EQ(folder.read("vorn1maple0001.rec").size(), 26u + 4 * 1);

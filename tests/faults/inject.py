@@ -27,10 +27,9 @@ BEFORE = {
     "vorn1ops.cfg": b"2\r\n2\r\n2\r\n2\r\n2\r\n1\r\n",
     "vorn1voc.cfg": b"0\r\n5\r\n80\r\n0\r\n",
 }
-TO_MENU = """wait say  Select. Exit Game.
+MAKING_SETTINGS = """wait say  Select. Exit Game.
 wait 550
-"""
-MAKING_SETTINGS = TO_MENU + """tap Down
+tap Down
 wait 550
 tap Down
 wait 550
@@ -72,7 +71,6 @@ wait say  Select, repeat race time
 wait 550
 close
 """
-RACE_BEGINS = "wait say  Select. Exit Game. \nwait 550\ntap Up"
 RESULT = " Your time for 1 lap on the Kirtland Dirt Mile Oval Track is, "
 SAID = " could not be saved. "
 EMPTY_SUMMARY = b"Vorn 1 tts records  By Ostrin\r\n \r\n"
@@ -134,7 +132,7 @@ class Session:
         if not killed and self.options.kind not in ("sound", "memory"):
             if status == FAILED_CALL:
                 wrong.append(f"a file ended the game: {output[-300:]}")
-            if self.script.startswith(RACE_BEGINS) and RESULT not in output:
+            if self.script.endswith(NAMING) and RESULT not in output:
                 wrong.append("the result was not said")
             ours = {name: content for name, content in files.items() if name.startswith("vorn1")}
             # What could not be opened may have been something to read.
