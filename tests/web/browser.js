@@ -20,6 +20,7 @@ export class Host {
   static async start() {
     const host = new Host();
     host.isDown = false;
+    host.served = 0;  // bytes
     host.server = createServer((request, response) => {
       const path = join(site, new URL(request.url ?? "/", "http://host").pathname.replace(/\/$/, "/index.html"));
       if (host.isDown || !existsSync(path)) {
@@ -27,7 +28,7 @@ export class Host {
         return;
       }
       response.writeHead(200, { "Content-Type": TYPES[extname(path)] ?? "application/octet-stream" });
-      createReadStream(path).pipe(response);
+      createReadStream(path).on("data", (bytes) => { host.served += bytes.length; }).pipe(response);
     });
     await new Promise((resolve) => host.server.listen(0, "127.0.0.1", () => resolve(undefined)));
     host.url = `http://localhost:${host.server.address().port}/`;

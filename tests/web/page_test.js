@@ -5,6 +5,13 @@ import { test } from "node:test";
 import { axe } from "./browser.js";
 import { anotherTab, atTheMenu, host, name, pastTheTitle, visitor } from "./visit.js";
 
+test("the first load is under 8 MB", async () => {
+  const before = host.served;
+  await visitor();
+  const bytes = host.served - before;
+  assert.ok(bytes > 1e6 && bytes < 8e6, `${bytes} bytes`);
+});
+
 // The driver of Firefox has no such reload.
 test("a reload with Shift, which goes past the service worker, leads to the game", { skip: name === "firefox" }, async () => {
   const player = await visitor();

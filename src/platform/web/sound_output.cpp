@@ -13,6 +13,8 @@ using Clock = std::chrono::steady_clock;
 constexpr int kPiece = 128;  ///< frames: what a worklet asks for at once
 /// Frames that are kept ready: as few as the machine allows, more after each gap.
 constexpr std::uint32_t kFewest = 5 * kPiece, kMost = 24 * kPiece, kMoreAfterGap = 2 * kPiece;
+constexpr auto kStillCompiling =
+    std::chrono::seconds(8);  ///< gaps of a browser's first seconds are no measure
 constexpr double kLongestWaitMs = 10;
 constexpr auto kNobodyReadsAfter = std::chrono::milliseconds(200);
 
@@ -39,6 +41,8 @@ void SoundOutput::fill(std::uint32_t ahead) {
 void SoundOutput::work() {
   std::uint32_t ahead = kFewest, gaps = ring_.gaps, read = ring_.read;
   Clock::time_point lastRead = Clock::now();
+  const Clock::time_point begin = lastRead;
+  bool isSettled = false;
   while (!isEnding_) {
     mixer_.voice().setDeviceLatency(static_cast<int>(ahead));
     ring_.ahead = ahead;
@@ -48,6 +52,10 @@ void SoundOutput::work() {
     if (ring_.read != read) {
       read = ring_.read;
       lastRead = now;
+      if (!isSettled && now >= begin + kStillCompiling) {
+        isSettled = true;
+        ahead = kFewest;
+      }
       if (ring_.gaps != gaps) {
         gaps = ring_.gaps;
         ahead = std::min(ahead + kMoreAfterGap, kMost);

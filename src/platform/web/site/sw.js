@@ -6,16 +6,26 @@
 const VERSION = "@VERSION@";
 /** @type {string[]} set by the build */
 const FILES = JSON.parse('@FILES@');
+/** @type {string[]} of these, those that lie there as FILE.packed, too, by gzip; set by the build */
+const PACKED = JSON.parse('@PACKED@');
+/** @type {Record<string, string>} */
+const TYPES = { html: "text/html", js: "text/javascript", wasm: "application/wasm" };
 const worker = /** @type {ServiceWorkerGlobalScope} */ (/** @type {unknown} */ (self));
+
+/** @param {string} file */
+async function fetched(file) {
+  const isPacked = PACKED.includes(file);
+  const answer = await fetch(isPacked ? `${file}.packed` : file, { cache: "no-cache" });
+  if (!answer.ok || !answer.body) throw new Error(file);
+  if (!isPacked) return answer;
+  const type = TYPES[file.split(".").pop() ?? ""] ?? "text/plain";
+  return new Response(answer.body.pipeThrough(new DecompressionStream("gzip")), { headers: { "Content-Type": type } });
+}
 
 worker.addEventListener("install", (event) => {
   event.waitUntil(
     caches.open(VERSION)
-      .then((cache) => Promise.all(FILES.map(async (file) => {
-        const answer = await fetch(file, { cache: "no-cache" });
-        if (!answer.ok) throw new Error(file);
-        await cache.put(file, answer);
-      })))
+      .then((cache) => Promise.all(FILES.map(async (file) => cache.put(file, await fetched(file)))))
       .then(() => worker.skipWaiting()));
 });
 
