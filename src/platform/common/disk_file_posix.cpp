@@ -2,12 +2,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
 
 #include "platform/common/disk_file.h"
+#include "platform/common/whole_bytes.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -51,27 +51,17 @@ class OpenFile {
     if (::fstat(descriptor_, &result) != 0) fail();
     return result;
   }
+  off_t size() const { return status().st_size; }
   /// All its bytes, or as many as `atMost`.
   std::string read(std::size_t atMost) const {
-    std::string bytes(std::min(static_cast<std::size_t>(status().st_size), atMost), '\0');
-    std::size_t done = 0;
-    while (done < atMost) {
-      if (done == bytes.size()) bytes.resize(done + 1);  // one more, to see the end
-      const ssize_t got =
-          retried([&] { return ::read(descriptor_, bytes.data() + done, bytes.size() - done); });
-      if (got < 0) fail();
-      if (got == 0) break;
-      done += static_cast<std::size_t>(got);
-    }
-    bytes.resize(done);
-    return bytes;
+    return readAll(static_cast<std::uint64_t>(size()), atMost, [this](char* to, std::size_t most) {
+      return counted(retried([&] { return ::read(descriptor_, to, most); }));
+    });
   }
-  void writeAll(std::string_view bytes) const {
-    while (!bytes.empty()) {
-      const ssize_t put = retried([&] { return ::write(descriptor_, bytes.data(), bytes.size()); });
-      if (put < 0) fail();
-      bytes.remove_prefix(static_cast<std::size_t>(put));
-    }
+  void write(std::string_view bytes) const {
+    writeAll(bytes, [this](const char* from, std::size_t most) {
+      return counted(retried([&] { return ::write(descriptor_, from, most); }));
+    });
   }
   void reachDisk() const {
     if (retried([&] { return ::fsync(descriptor_); }) != 0) fail();
@@ -83,6 +73,10 @@ class OpenFile {
 
  private:
   [[noreturn]] void fail() const { failWithErrno(call_, name_); }
+  std::size_t counted(ssize_t moved) const {
+    if (moved < 0) fail();
+    return static_cast<std::size_t>(moved);
+  }
 
   const char* call_;
   const std::string& name_;
@@ -119,7 +113,7 @@ void replaceFile(const char* call, const std::string& name, const fs::path& targ
     const OpenFile file(call, name, temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     struct stat old;
     if (::stat(target.c_str(), &old) == 0) file.setMode(old.st_mode & 07777);
-    file.writeAll(bytes);
+    file.write(bytes);
     file.reachDisk();
     if (retried([&] { return ::rename(temporary.c_str(), target.c_str()); }) != 0) failWithErrno(call, name);
   } catch (...) {
@@ -131,15 +125,7 @@ void replaceFile(const char* call, const std::string& name, const fs::path& targ
 }
 
 void appendToFile(const char* call, const std::string& name, const fs::path& path, const std::string& bytes) {
-  const OpenFile file(call, name, path, O_WRONLY | O_CREAT | O_APPEND);
-  const off_t before = file.status().st_size;
-  try {
-    file.writeAll(bytes);
-    file.reachDisk();
-  } catch (...) {
-    file.cutTo(before);
-    throw;
-  }
+  appendWhole(OpenFile(call, name, path, O_WRONLY | O_CREAT | O_APPEND), bytes);
 }
 
 FileContent contentOf(const char* call, const std::string& name, const fs::path& path) {

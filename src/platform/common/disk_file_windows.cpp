@@ -8,6 +8,7 @@
 
 #include "platform/common/disk_file.h"
 #include "platform/common/utf8_path.h"
+#include "platform/common/whole_bytes.h"
 #include "platform/errors.h"
 
 namespace vorn {
@@ -72,27 +73,21 @@ class OpenFile {
   }
   /// All its bytes, or as many as `atMost`.
   std::string read(std::size_t atMost) const {
-    std::string bytes(static_cast<std::size_t>(std::min<std::uint64_t>(size(), atMost)), '\0');
-    std::size_t done = 0;
-    while (done < atMost) {
-      if (done == bytes.size()) bytes.resize(done + 1);  // one more, to see the end
+    return readAll(size(), atMost, [this](char* to, std::size_t most) {
       DWORD got = 0;
-      if (::ReadFile(handle_, bytes.data() + done, pieceOf(bytes.size() - done), &got, nullptr) == 0) fail();
-      if (got == 0) break;
-      done += got;
-    }
-    bytes.resize(done);
-    return bytes;
+      if (::ReadFile(handle_, to, pieceOf(most), &got, nullptr) == 0) fail();
+      return got;
+    });
   }
   /// At the end, wherever another program has put it meanwhile.
-  void writeAll(std::string_view bytes) const {
-    while (!bytes.empty()) {
+  void write(std::string_view bytes) const {
+    writeAll(bytes, [this](const char* from, std::size_t most) {
       OVERLAPPED end{};
       end.Offset = end.OffsetHigh = std::numeric_limits<DWORD>::max();
       DWORD put = 0;
-      if (::WriteFile(handle_, bytes.data(), pieceOf(bytes.size()), &put, &end) == 0) fail();
-      bytes.remove_prefix(put);
-    }
+      if (::WriteFile(handle_, from, pieceOf(most), &put, &end) == 0) fail();
+      return put;
+    });
   }
   void reachDisk() const {
     if (::FlushFileBuffers(handle_) == 0) fail();
@@ -167,7 +162,7 @@ void replaceFile(const char* call, const std::string& name, const fs::path& targ
   try {
     {
       const OpenFile file(call, name, temporary, GENERIC_WRITE, CREATE_NEW);
-      file.writeAll(bytes);
+      file.write(bytes);
       file.reachDisk();
     }
     if (isReadOnly(target)) {
@@ -186,15 +181,7 @@ void replaceFile(const char* call, const std::string& name, const fs::path& targ
 }
 
 void appendToFile(const char* call, const std::string& name, const fs::path& path, const std::string& bytes) {
-  const OpenFile file(call, name, path, GENERIC_WRITE, OPEN_ALWAYS);
-  const std::uint64_t before = file.size();
-  try {
-    file.writeAll(bytes);
-    file.reachDisk();
-  } catch (...) {
-    file.cutTo(before);
-    throw;
-  }
+  appendWhole(OpenFile(call, name, path, GENERIC_WRITE, OPEN_ALWAYS), bytes);
 }
 
 FileContent contentOf(const char* call, const std::string& name, const fs::path& path) {
