@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "codriver/codriver_platform.h"
 #include "demo/demo_platform.h"
 #include "demo/virtual_demo.h"
 #include "platform/common/controller_info.h"
@@ -15,42 +14,18 @@
 #include "platform/headless/session_files.h"
 #include "program/caption_stream.h"
 #include "program/game_folder.h"
+#include "program/live_game.h"
 #include "program/process.h"
 #include "recording/recording_platform.h"
-#include "shell/start_up.h"
-#include "sound/playback.h"
 
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
 
-void reportError(Platform& platform, GameState& game, const std::string& text) {
-  std::cerr << text << std::endl;
-  releaseSounds(game);  // or the engine would drone on under the message
-  carryOn([&] {
-    if (game.speechVoice) game.speechVoice->Speak(text, speak_flags::kQueue);
-  });
-  carryOn([&] { platform.messageBox(text); });
-}
-
-int playOn(Platform& platform, GameState& game) {
-  try {
-    Form_Load(game);
-    return 0;
-  } catch (const ProgramEnd& end) {
-    return end.exitStatus;
-  } catch (const std::exception& error) {
-    reportError(platform, game, error.what());
-    return 1;
-  }
-}
-
 int playWithCodriver(Platform& platform, const CodriverOptions& options) {
-  const auto codriver = makeCodriverPlatform(platform, options);
-  GameState game(*codriver);
-  codriver->watch(game);
-  return playOn(*codriver, game);
+  return playLive(platform, {.codriver = options,
+                             .diagnose = [](const std::string& text) { std::cerr << text << std::endl; }});
 }
 
 /// A name in `folder` that no file bears: whatever stands there is the player's.

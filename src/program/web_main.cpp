@@ -2,12 +2,10 @@
 
 #include <string_view>
 
-#include "codriver/codriver_platform.h"
 #include "input/control_maps.h"
 #include "platform/common/key_codes.h"
 #include "platform/web/web_platform.h"
-#include "shell/start_up.h"
-#include "sound/playback.h"
+#include "program/live_game.h"
 
 namespace vorn {
 namespace {
@@ -22,27 +20,13 @@ void driveByLetters(GameState& game) {
   printKeyCFG(game);
 }
 
-int playOn(Platform& platform, GameState& game) {
-  try {
-    Form_Load(game);
-    return 0;
-  } catch (const ProgramEnd& end) {
-    return end.exitStatus;
-  } catch (const std::exception& error) {
-    releaseSounds(game);
-    thePage().tell(Tell::kDiagnosis, 0, error.what());
-    carryOn([&] { platform.messageBox(error.what()); });
-    return 1;
-  }
-}
-
 int playGame(bool byLetters) {
   const auto browser = makeWebPlatform(thePage());
-  const auto codriver = makeCodriverPlatform(*browser, {.introducesItself = true});
-  GameState game(*codriver);
-  codriver->watch(game);
-  if (byLetters) driveByLetters(game);
-  return playOn(*codriver, game);
+  LiveGame live;
+  live.codriver.introducesItself = true;
+  live.diagnose = [](const std::string& text) { thePage().tell(Tell::kDiagnosis, 0, text); };
+  if (byLetters) live.prepare = driveByLetters;
+  return playLive(*browser, live);
 }
 
 }  // namespace
