@@ -49,6 +49,7 @@ TEST_P(Demonstrations, GoFromTheTitleToTheFarewellByWayOfARecord) {
   EXPECT_EQ(shown.demo.exitStatus, 0);
   EXPECT_THAT(shown.captions, HasSubstr(std::string(" Your time for 1 lap on the ") + track.name));
   EXPECT_THAT(shown.captions, HasSubstr(" Enter your name as the new record holder. "));
+  EXPECT_THAT(shown.captions, HasSubstr(" Is demo correct, for the new record holder? yes "));
   EXPECT_THAT(shown.captions, HasSubstr(" Thank you for playing Vorn 1 tts, By Ostrin. "));
   for (const TraceLine& tick : shown.trace.ticks()) EXPECT_EQ(tick.at("wallTicks"), 0);
 }

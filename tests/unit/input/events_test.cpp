@@ -70,6 +70,14 @@ TEST(Controller, LeavesItsAxesAndButtonsAtTheNextYield) {
   EXPECT_EQ(rig.g.btnDownShift, 0);
 }
 
+TEST(Controller, IsReadAsItStandsWhenItIsSetUp) {
+  GameRig rig(Wheel::kController);
+  rig.does("axis X 700");
+  rig.g.joySteering = 0;
+  SetUpJoystick(rig.g);
+  EXPECT_EQ(rig.g.joySteering, 700);
+}
+
 TEST(Controller, FeedsEachFlagFromItsButton) {
   int InputState::*const flags[] = {&InputState::btnSpeedometer, &InputState::btnTrackPosition,
                                     &InputState::btnStartEngine, &InputState::btnPitRoad,
