@@ -21,6 +21,9 @@ const OWN = { voice: "gmw/en-US", wordsAMinute: 175, volume: 100 };
  * @typedef {{voice: string, wordsAMinute: number, volume: number}} Manner
  */
 
+/** The voice that the library speaks with. */
+let loaded = "";
+
 /** @returns {Promise<Library>} */
 async function opened() {
   const packed = await fetch(new URL("espeak-ng.pack", import.meta.url));
@@ -32,7 +35,8 @@ async function opened() {
 
 /** @param {Library} library @param {string} text @param {Manner} manner @param {(samples: Int16Array) => boolean} take */
 function speak(library, text, manner, take) {
-  library.set_voice(manner.voice, null);
+  if (manner.voice !== loaded) library.set_voice(manner.voice, null);  // which reads its files anew
+  loaded = manner.voice;
   library.set_rate(manner.wordsAMinute);
   library.set_volume(manner.volume);
   library.synthesize(text, take);
