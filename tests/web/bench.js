@@ -4,7 +4,7 @@ import { loadavg } from "node:os";
 import { test } from "node:test";
 import { pass } from "./browser.js";
 import { driveALap } from "./driver.js";
-import { atTheMenu, visitor } from "./visit.js";
+import { atTheMenu, figures, visitor } from "./visit.js";
 
 const KEYS = Number(process.argv[2] ?? 8);
 const QUIET_MS = 3500;  // until an entry has been said to its end
@@ -43,7 +43,6 @@ function withStopwatch(page) {
   });
 }
 
-const figures = (player) => player.page.evaluate(() => /** @type {any} */ (window).vornFigures());
 const rounded = (ms) => `${ms.toFixed(2)} ms`;
 
 /** @param {string} what @param {object} found */

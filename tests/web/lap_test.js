@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { driveALap } from "./driver.js";
-import { choose, pastTheTitle, stored, visitor } from "./visit.js";
+import { choose, figures, pastTheTitle, stored, visitor } from "./visit.js";
 
 test("a lap is driven by ear, its record is told, and the menu tells it after a reload", { timeout: 1200000 }, async () => {
   const player = await visitor();
@@ -11,6 +11,8 @@ test("a lap is driven by ear, its record is told, and the menu tells it after a 
   const [, time] = result.match(/^Your time for 1 lap on the Kirtland Dirt Mile Oval Track is, (.*?) seconds/) ?? [];
   assert.ok(time, result);
   assert.match(result, /Which sets a new record!/);
+  const { tickWaits, tickLateMs } = await figures(player);
+  assert.ok(tickWaits > 100 && tickLateMs.p50 > 0 && tickLateMs.p50 <= tickLateMs.p99, JSON.stringify({ tickWaits, tickLateMs }));
 
   await player.hears("Enter your name as the new record holder.");
   await player.answers("q", "q");

@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { axe } from "./browser.js";
-import { anotherTab, atTheMenu, host, name, pastTheTitle, visitor } from "./visit.js";
+import { anotherTab, atTheMenu, host, name, pastTheTitle, visitor, withKiller } from "./visit.js";
 
 test("the first load is under 8 MB", async () => {
   const before = host.served;
@@ -24,16 +24,7 @@ test("a reload with Shift, which goes past the service worker, leads to the game
 });
 
 test("a game whose thread has been killed is told of, and can be started again", async () => {
-  const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
-    const made = [];
-    window.Worker = class extends Worker {
-      constructor(...args) {
-        super(...args);
-        made.push(this);
-      }
-    };
-    window.killWorkers = () => made.forEach((worker) => worker.terminate());
-  }));
+  const player = await atTheMenu({}, withKiller);
   await player.page.evaluate(() => window.killWorkers());
   await player.reads("The game has stopped.");
   await player.press("Enter");

@@ -8,7 +8,7 @@ import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { test } from "node:test";
 import { withRecorder } from "./recorder.js";
-import { MENU, visitor } from "./visit.js";
+import { atTheMenu, figures, MENU, visitor, withKiller } from "./visit.js";
 
 const program = process.env.VORN_PROGRAM ?? "", sounds = process.env.VORN_SOUNDS ?? "";
 const RATE = 48000, SECONDS = 4;
@@ -89,4 +89,15 @@ test("what reaches the worklet is what the headless session renders, when it ren
   assert.ok(pieces >= 30, told);
   assert.ok(found >= 0.6 * pieces, told);
   assert.ok(delays.filter((delay) => delay === 0).length >= 0.6 * delays.length, told);
+});
+
+test("sound that does not come in time is counted", async () => {
+  const player = await atTheMenu({}, withKiller);
+  const before = await figures(player);
+  assert.ok(before.playedS > 0 && before.aheadMs > 0, JSON.stringify(before));
+  await player.page.evaluate(() => window.killWorkers());
+  await player.until(({ gaps, missedMs }) => {
+    const now = /** @type {any} */ (window).vornFigures();
+    return now.gaps > gaps && now.missedMs > missedMs + 500;
+  }, before);
 });

@@ -92,3 +92,22 @@ export function store(player, file, text) {
     await (await PlayerFiles.open()).put(to, new TextEncoder().encode(what));
   }, file, text);
 }
+
+/** Lets a test end all threads of the game: `window.killWorkers()`. */
+export function withKiller(page) {
+  return page.evaluateOnNewDocument(() => {
+    const made = [];
+    window.Worker = class extends Worker {
+      constructor(...args) {
+        super(...args);
+        made.push(this);
+      }
+    };
+    window.killWorkers = () => made.forEach((worker) => worker.terminate());
+  });
+}
+
+/** How the game keeps up, see docs/porting.md. @param {Player} player */
+export function figures(player) {
+  return player.page.evaluate(() => /** @type {any} */ (window).vornFigures());
+}
