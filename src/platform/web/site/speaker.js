@@ -89,6 +89,7 @@ function serve(library, memory, at) {
 }
 
 const library = await opened();
+spoken(library, "one");  // The first text takes by far the longest.
 /** @param {MessageEvent<{text: string} | {memory: SharedArrayBuffer, desk: number}>} message */
 self.onmessage = ({ data }) => {
   if ("memory" in data) serve(library, data.memory, data.desk);
