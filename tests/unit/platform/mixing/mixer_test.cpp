@@ -685,6 +685,20 @@ TEST_F(MixerTest, TheCurveBetweenTheSamplesStaysBelowMinusOneDecibel) {
   }
 }
 
+TEST(Limiter, LetsTheSoundComeBackWithinATenthOfASecond) {
+  constexpr float kSoft = 0.1F;
+  constexpr std::size_t kPeak = 1000;
+  constexpr std::size_t kTwoMs = 96, kEightyMs = 3840;
+  std::vector<float> left(48000, kSoft), right = left;
+  left[kPeak] = 2 * Limiter::kCeiling;
+  Limiter limiter;
+  limiter.process(left.data(), right.data(), static_cast<int>(left.size()));
+  const auto missing = [&](std::size_t after) { return 1 - right[kPeak + Limiter::kDelay + after] / kSoft; };
+  EXPECT_GT(missing(kTwoMs), 0.4);
+  EXPECT_NEAR(missing(kTwoMs + kEightyMs) / missing(kTwoMs), 0.368, 0.02);
+  EXPECT_EQ(missing(46000), 0);
+}
+
 TEST_F(MixerTest, BelowTheCeilingNothingIsChanged) {
   // Whatever the limiter is given, it gives the same but for the delay.
   const Signal left = sine(48000, 997, 0.87), right = sine(48000, 5003, 0.6);
