@@ -3,13 +3,10 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <iostream>
-#include <optional>
 #include <utility>
 
-#include "platform/common/axis_law.h"
+#include "platform/common/driving_device.h"
 #include "platform/common/notices.h"
 #include "platform/errors.h"
 
@@ -23,14 +20,9 @@ LayoutKind kindAt(int index) {
   return layoutOf(sdlControllerFacts(index)).kind;
 }
 
-bool operator==(const JoystickState& one, const JoystickState& other) {
-  return one.x == other.x && one.y == other.y && one.rx == other.rx && one.ry == other.ry &&
-         one.buttons == other.buttons;
-}
-
 }  // namespace
 
-class Controllers::Device final : public ControllerDevice {
+class Controllers::Device final : public DrivingDevice {
  public:
   Device(Controllers& owner, int index) : owner_(owner), controller_(SdlController::open(index)) {
     if (!controller_) {
@@ -39,77 +31,26 @@ class Controllers::Device final : public ControllerDevice {
     owner_.devices_.push_back(this);
   }
   ~Device() override { std::erase(owner_.devices_, this); }
-  Device(const Device&) = delete;
-  Device& operator=(const Device&) = delete;
 
-  void SetCommonDataFormat(int format) override {
-    constexpr int kJoystick = 3;
-    if (format != kJoystick) {
-      throw PlatformError("SetCommonDataFormat", std::to_string(format), "this is a game controller");
-    }
-  }
-  void SetCooperativeLevel(int) override {}  // always shared, always in the background
-  void SetEventNotification(int handle) override { notify_ = handle; }
-  void SetRange(int low, int high) override {
-    if (low >= high) {
-      throw PlatformError("SetRange", std::to_string(low) + ", " + std::to_string(high), "an empty range");
-    }
-    for (AxisLaw& law : laws_) {
-      law.low = low;
-      law.high = high;
-    }
-  }
-  void SetAxisProperty(AxisProperty property, int object, int value) override;
-  void Acquire() override {
-    isAcquired_ = true;
-    told_ = reading();
-  }
-  void Unacquire() override { isAcquired_ = false; }
   void Poll() override {
     SDL_JoystickUpdate();
     owner_.lookAround();
   }
-  JoystickState GetDeviceStateJoystick() override {
-    if (!isAcquired_) {
-      throw InputLost();
-    }
-    return reading();
-  }
   int buttonCount() override { return vorn::buttonCount(controller_->layout()); }
 
-  bool isAttached() const { return controller_->isAttached(); }
+  bool isAttached() const override { return controller_->isAttached(); }
   bool isWheel() const { return controller_->layout().kind == LayoutKind::kWheel; }
-  /// Tells `news` of its being unplugged, and goes on with one of its model where there is one.
-  void lookAfterPlug(std::vector<std::string>& news);
-  void notify(EventReceiver* receiver);
-  void rumble(const Rumble& rumble);
+  void rumble(const Rumble& rumble) {
+    if (isInHand()) controller_->rumble(rumble);
+  }
 
  private:
-  JoystickState reading() const;
-  bool comeBack();
+  ControllerReading read() override;
+  bool comeBack() override;
 
   Controllers& owner_;
   std::unique_ptr<SdlController> controller_;
-  std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
-  std::optional<int> notify_;
-  bool isAcquired_ = false;
-  bool isGone_ = false;                  ///< and the player knows
-  JoystickState told_;                   ///< what the game has been told of
-  std::optional<std::uint64_t> usedAt_;  ///< by SDL's clock; nothing before its first use
 };
-
-void Controllers::Device::lookAfterPlug(std::vector<std::string>& news) {
-  if (isAttached()) {
-    return;
-  }
-  if (!std::exchange(isGone_, true)) {
-    news.push_back(kControllerGone);
-  }
-  if (comeBack()) {
-    isGone_ = false;
-    news.push_back(kControllerBack);
-  }
-}
 
 bool Controllers::Device::comeBack() {
   for (int index = 0; index < SDL_NumJoysticks(); ++index) {
@@ -123,42 +64,14 @@ bool Controllers::Device::comeBack() {
   return false;
 }
 
-void Controllers::Device::SetAxisProperty(AxisProperty property, int object, int value) {
-  if ((object != kObjectX && object != kObjectY) || value < 0 || value > 10000) {
-    throw PlatformError("SetProperty", std::to_string(object) + ", " + std::to_string(value), "out of range");
-  }
-  AxisLaw& law = laws_[object == kObjectX ? 0 : 1];
-  (property == AxisProperty::kDeadZone ? law.deadZone : law.saturation) = value;
-}
-
-JoystickState Controllers::Device::reading() const {
+ControllerReading Controllers::Device::read() {
   ControllerReading now = controller_->read();
   if (owner_.pedals_ && isWheel() && isAttached()) {
     const ControllerReading pedals = owner_.pedals_->read();
     now.gas = std::max(now.gas, pedals.gas);
     now.brake = std::max(now.brake, pedals.brake);
   }
-  return {axisReading(now.steering, laws_[0]), axisReading(now.gasAndBrake(), laws_[1]),
-          axisReading(now.secondX, laws_[2]), axisReading(now.secondY, laws_[3]), now.buttons};
-}
-
-void Controllers::Device::notify(EventReceiver* receiver) {
-  if (!isAcquired_ || !notify_ || receiver == nullptr) {
-    return;
-  }
-  const JoystickState now = reading();
-  if (now == told_) {
-    return;
-  }
-  told_ = now;
-  usedAt_ = SDL_GetTicks64();
-  receiver->DirectXEvent8_DXCallback(*notify_);
-}
-
-void Controllers::Device::rumble(const Rumble& rumble) {
-  if (usedAt_ && std::chrono::milliseconds(SDL_GetTicks64() - *usedAt_) < kStillInHand) {
-    controller_->rumble(rumble);
-  }
+  return now;
 }
 
 Controllers::Controllers() {

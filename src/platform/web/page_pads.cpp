@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/common/axis_law.h"
+#include "platform/common/driving_device.h"
 #include "platform/common/notices.h"
 #include "platform/errors.h"
 
@@ -51,11 +51,6 @@ void readIdentifier(std::string_view id, ControllerFacts& facts) {
   }
 }
 
-bool operator==(const JoystickState& one, const JoystickState& other) {
-  return one.x == other.x && one.y == other.y && one.rx == other.rx && one.ry == other.ry &&
-         one.buttons == other.buttons;
-}
-
 }  // namespace
 
 ControllerFacts pagePadFacts(const PagePad& pad) {
@@ -89,116 +84,40 @@ RawControls placedControls(const PagePad& pad) {
   return placed;
 }
 
-class PagePads::Device final : public ControllerDevice {
-  using Clock = std::chrono::steady_clock;
-
+class PagePads::Device final : public DrivingDevice {
  public:
   Device(PagePads& owner, int index, const PagePad& pad)
       : owner_(owner), index_(index), id_(pad.id), reader_(layoutOf(pagePadFacts(pad))) {
     owner_.devices_.push_back(this);
   }
   ~Device() override { std::erase(owner_.devices_, this); }
-  Device(const Device&) = delete;
-  Device& operator=(const Device&) = delete;
 
-  void SetCommonDataFormat(int format) override {
-    constexpr int kJoystick = 3;
-    if (format != kJoystick) {
-      throw PlatformError("SetCommonDataFormat", std::to_string(format), "this is a game controller");
-    }
-  }
-  void SetCooperativeLevel(int) override {}  // a browser shares it, while its window is in front
-  void SetEventNotification(int handle) override { notify_ = handle; }
-  void SetRange(int low, int high) override {
-    if (low >= high) {
-      throw PlatformError("SetRange", std::to_string(low) + ", " + std::to_string(high), "an empty range");
-    }
-    for (AxisLaw& law : laws_) {
-      law.low = low;
-      law.high = high;
-    }
-  }
-  void SetAxisProperty(AxisProperty property, int object, int value) override {
-    if ((object != kObjectX && object != kObjectY) || value < 0 || value > 10000) {
-      throw PlatformError("SetProperty", std::to_string(object) + ", " + std::to_string(value),
-                          "out of range");
-    }
-    AxisLaw& law = laws_[object == kObjectX ? 0 : 1];
-    (property == AxisProperty::kDeadZone ? law.deadZone : law.saturation) = value;
-  }
-  void Acquire() override {
-    isAcquired_ = true;
-    told_ = reading();
-  }
-  void Unacquire() override { isAcquired_ = false; }
   void Poll() override {}  // the page reports by itself
-  JoystickState GetDeviceStateJoystick() override {
-    if (!isAcquired_) {
-      throw InputLost();
-    }
-    return reading();
-  }
   int buttonCount() override { return vorn::buttonCount(reader_.layout()); }
 
   int index() const { return index_; }
-  bool isAttached() const {
+  bool isAttached() const override {
     const auto pad = owner_.padAt(index_);
     return pad && pad->id == id_;
   }
-  bool isInHand() const { return usedAt_ && Clock::now() - *usedAt_ < kStillInHand; }
-
-  /// Tells `news` of its being unplugged, and goes on with one of its kind where there is one.
-  void lookAfterPlug(std::vector<std::string>& news) {
-    if (isAttached()) {
-      if (std::exchange(isGone_, false)) {
-        news.emplace_back(kControllerBack);
-      }
-      return;
-    }
-    if (!std::exchange(isGone_, true)) {
-      news.emplace_back(kControllerGone);
-    }
-    if (const auto again = owner_.indexOf(id_)) {
-      index_ = *again;
-    }
-  }
-
-  void notify(EventReceiver* receiver) {
-    if (!isAcquired_ || !notify_ || receiver == nullptr) {
-      return;
-    }
-    const JoystickState now = reading();
-    if (now == told_) {
-      return;
-    }
-    told_ = now;
-    usedAt_ = Clock::now();
-    receiver->DirectXEvent8_DXCallback(*notify_);
-  }
 
  private:
-  /// Everything at rest where the controller has vanished or another has taken its place.
-  JoystickState reading() {
-    ControllerReading now;
+  /// At rest as well where another has taken its place.
+  ControllerReading read() override {
     const auto pad = owner_.padAt(index_);
-    if (pad && pad->id == id_) {
-      now =
-          reader_.read(reader_.layout().kind == LayoutKind::kGamepad ? placedControls(*pad) : pad->controls);
-    }
-    return {axisReading(now.steering, laws_[0]), axisReading(now.gasAndBrake(), laws_[1]),
-            axisReading(now.secondX, laws_[2]), axisReading(now.secondY, laws_[3]), now.buttons};
+    if (!pad || pad->id != id_) return {};
+    return reader_.read(reader_.layout().kind == LayoutKind::kGamepad ? placedControls(*pad) : pad->controls);
+  }
+  bool comeBack() override {
+    const auto again = owner_.indexOf(id_);
+    index_ = again.value_or(index_);
+    return again.has_value();
   }
 
   PagePads& owner_;
   int index_;
   const std::string id_;
   ControllerReader reader_;
-  std::array<AxisLaw, 4> laws_;  ///< of X, Y, Rx and Ry
-  std::optional<int> notify_;
-  bool isAcquired_ = false;
-  bool isGone_ = false;                      ///< and the player knows
-  JoystickState told_;                       ///< what the game has been told of
-  std::optional<Clock::time_point> usedAt_;  ///< nothing before its first use
 };
 
 void PagePads::report(int index, PagePad pad) {

@@ -2,7 +2,6 @@
 /// reads X, Y, Rx, Ry and 32 buttons. What is taken for what `controller_layout.h` tells.
 #pragma once
 
-#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
