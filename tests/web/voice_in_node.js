@@ -2,18 +2,25 @@
 // The embedded voice in Node: the page's worker, the game's side of it and the mixer between them.
 //   VORN_WEB_PROGRAMS=FOLDER node --test voice_in_node.js    FOLDER: with speaking.js
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
+import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
+import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
+import { fileURLToPath, pathToFileURL } from "node:url";
 import { Worker } from "node:worker_threads";
 import { recognised } from "./recogniser.js";
 
 const programs = process.env.VORN_WEB_PROGRAMS ?? "";
-const speaker = new URL("../../build/web/site/speaker.js", import.meta.url);
+const site = fileURLToPath(new URL("../../build/web/site", import.meta.url));
 const TEXT = " The next sound that you hear will come out of the left speaker. ";
 const NORMAL = { voice: 0, volume: 100, rate: 0 };
 const RATE = 48000, QUIET = 1e-4, PATIENCE_MS = 60000;
+
+/** The page's scripts, where Node takes them for modules as browsers do. */
+const work = mkdtempSync(join(tmpdir(), "vorn1-web-"));
+for (const file of ["speaker.js", "espeak-ng.js", "espeak-ng.pack"]) cpSync(join(site, file), join(work, file));
+writeFileSync(join(work, "package.json"), '{ "type": "module" }');
 
 /** The page's worker, which finds here what a browser has. */
 const AS_IN_A_BROWSER = `
@@ -23,7 +30,7 @@ const AS_IN_A_BROWSER = `
   globalThis.postMessage = (message) => parentPort.postMessage(message);
   parentPort.on("message", (data) => self.onmessage({ data }));
   globalThis.fetch = async (url) => new Response(await readFile(url));
-  import(${JSON.stringify(speaker.href)});
+  import(${JSON.stringify(pathToFileURL(join(work, "speaker.js")).href)});
 `;
 
 const pass = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
@@ -50,6 +57,7 @@ after(async () => {
   game._speaking_end();
   game.PThread.terminateAllThreads();
   await worker.terminate();
+  rmSync(work, { recursive: true });
 });
 
 const say = (text, manner) => {

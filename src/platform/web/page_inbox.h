@@ -17,7 +17,7 @@ struct PageEvent {
   enum class Kind {
     kKeyDown,   ///< code, key, shiftState
     kKeyUp,     ///< code
-    kFocus,     ///< the play area has got the focus
+    kFocus,     ///< the page has got the focus
     kBlur,      ///< it has lost it
     kClose,     ///< the player wants to leave
     kAnswered,  ///< the message box has been read

@@ -279,8 +279,9 @@ function listener(from, voice, ended) {
   };
 }
 
-/** Where the browser can. @param {number} pad @param {string} text strength of the heavy and the light motor, milliseconds */
+/** Where the browser can and the player wants it. @param {number} pad @param {string} text strength of the heavy and the light motor, milliseconds */
 function rumble(pad, text) {
+  if (kept("rumble") === "off") return;
   const [strongMagnitude, weakMagnitude, duration] = text.split(" ").map(Number);
   navigator.getGamepads()[pad]?.vibrationActuator?.playEffect("dual-rumble", { duration, strongMagnitude, weakMagnitude }).catch(() => {});
 }
@@ -300,22 +301,35 @@ function showBox(from, text) {
 
 /** Keys that the page and the browser keep: away from the game, and the tools. */
 const KEPT_KEYS = ["Tab", "F5", "F6", "F11", "F12"];
+/** Those with which a button or a link is pressed. */
+const PRESSING_KEYS = ["Enter", "NumpadEnter", "Space"];
 
-/** @param {Game} to @param {AbortSignal} signal */
+/** @param {KeyboardEvent} event */
+function isForThePage({ code, metaKey, target }) {
+  return KEPT_KEYS.includes(code) || metaKey ||
+    (PRESSING_KEYS.includes(code) && target instanceof Element && target.matches("a, button, input"));
+}
+
+/**
+ * The game gets the keys wherever in the page the focus is: who presses Tab in a race goes on driving, and is
+ * not in the background before the whole page is.
+ * @param {Game} to
+ * @param {AbortSignal} signal
+ */
 function passKeysOn(to, signal) {
   /** @param {KeyboardEvent} event */
   const pass = (event) => {
-    if (KEPT_KEYS.includes(event.code) || event.metaKey) return;
+    if (isForThePage(event)) return;
     event.preventDefault();
     if (event.repeat) return;
     const shiftState = Number(event.shiftKey) + 2 * Number(event.ctrlKey) + 4 * Number(event.altKey);
     to.ccall("vorn_key", null, ["number", "string", "string", "number"],
       [Number(event.type === "keydown"), event.code, event.key, shiftState]);
   };
-  track.addEventListener("keydown", pass, { signal });
-  track.addEventListener("keyup", pass, { signal });
-  track.addEventListener("focus", () => to._vorn_focus(1), { signal });
-  track.addEventListener("blur", () => to._vorn_focus(0), { signal });
+  document.addEventListener("keydown", pass, { signal });
+  document.addEventListener("keyup", pass, { signal });
+  window.addEventListener("focus", () => to._vorn_focus(1), { signal });
+  window.addEventListener("blur", () => to._vorn_focus(0), { signal });
   window.addEventListener("beforeunload", (event) => {
     if (to._vorn_is_racing()) event.preventDefault();
   }, { signal });
@@ -404,7 +418,7 @@ async function play() {
     passKeysOn(created, playing.signal);
     passPadsOn(created, playing.signal);
     watchPulse(created, playing.signal, () => end("The game has stopped. Start it again; records and settings are kept."));
-    tell("The game is running. Keys go to it while the race track has the focus.");
+    tell("The game is running. Keys go to it.");
     track.focus();
     created.callMain(byLetters ? ["--letter-keys"] : []);
   } catch (error) {
@@ -412,7 +426,10 @@ async function play() {
   }
 }
 
-function offerFiles() {
+function offerChoices() {
+  const shakes = /** @type {HTMLInputElement} */ (element("rumble"));
+  shakes.checked = kept("rumble") !== "off";
+  shakes.onchange = () => keep("rumble", shakes.checked ? null : "off");
   element("voice").onclick = () => {
     keep("voice", null);
     tell("The voice is asked for at the next start.");
@@ -490,7 +507,7 @@ async function begin() {
   if (expectsEmbeddedVoice()) void embeddedVoice();
   sounds = fetch("sounds.pack").then((answer) => answer.arrayBuffer()).then(unpackedSounds);
   await sounds;
-  offerFiles();
+  offerChoices();
   start.disabled = false;
   start.onclick = () => void play();
   tell("Ready.");
