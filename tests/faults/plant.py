@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """Plants single faults in the sources and asks whether the quick tests notice.
 
-The sources are copied to build/faults and built there once; the tree itself is
-left alone. Then, fault by fault: one place of one file is changed, what depends
-on it is rebuilt, and the unit tests, session tests and replays that it can reach
-are run, those of the same folder first, until one fails. The same seed on the
-same sources plants the same faults.
+The sources are copied to build/faults, once for every worker, and built there;
+the tree itself is left alone. Then, fault by fault: one place of one file is
+changed, what depends on it is rebuilt, and the unit tests, session tests and
+replays that it can reach are run, those of the same folder first, until one fails;
+those that run in real time only where no other links the file. The same seed on the
+same sources plants the same faults; those that are in the report already are not
+planted again.
 
   tests/faults/plant.py --faults 200 --seed 1      200 faults over all folders
   tests/faults/plant.py --faults 20 --only race    only in src/race
@@ -18,9 +20,11 @@ the tests fail without any fault.
 
 import argparse
 import collections
+import concurrent.futures
 import difflib
 import json
 import os
+import queue
 import random
 import re
 import resource
@@ -32,8 +36,11 @@ from pathlib import Path
 
 TOP = Path(__file__).resolve().parents[2]
 QUICK = {"unit", "sessions", "replays"}  # labels of tests
+SLOW = re.compile(r"desktop/|sessions/program/")  # they run in real time, as a player would
+ELSEWHERE = re.compile(r"src/platform/web/|_windows\.cpp$")  # what this system's build leaves out
 LISTENING = {"sounds", "testdrive"}  # folders of tests that listen to the set of sounds; theirs is the label "sounds"
 MEMORY = 6 << 30  # bytes; a fault that would eat more than this counts as caught
+WAITING = 10  # a test may take so many times longer by the clock than without a fault
 
 CAUGHT, HUNG, SURVIVED, REFUSED = "caught", "caught by its time limit", "survived", "refused by the compiler"
 
@@ -166,6 +173,8 @@ def possible_faults(top):
         text = path.read_text()
         mask = code_mask(text)
         name = str(path.relative_to(top))
+        if ELSEWHERE.search(name):
+            continue
         found = [*swaps(text, mask), *constants(mask), *conditions(mask), *statements(mask), *arguments(mask),
                  *texts(path, text, mask)]
         faults += [Fault(name, text, *place) for place in found]
@@ -193,29 +202,50 @@ def chosen_faults(faults, number, seed):
 
 # --- building and testing ---------------------------------------------------
 
+def processor_time_of_children():
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return used.ru_utime + used.ru_stime
+
+
 class Tests:
     """A GoogleTest program with all its cases, or one command of another test."""
 
-    def __init__(self, command, folder, program):
-        self.command, self.folder, self.program = command, folder, program
+    def __init__(self, command, folder, program, quick):
+        self.command, self.folder, self.program, self.quick = command, folder, program, quick
         self.name = " ".join(Path(word).name for word in command if not word.startswith("--"))
         self.sources = set()
-        self.seconds = 0.0
+        self.lasts = 60.0  # seconds by the clock
+        self.limit = 600  # seconds of processor time
 
-    def run(self, limit):
-        """Returns what became of the fault, and which test told."""
+    def measure(self):
+        """Returns the name of what fails without any fault; the processor time it takes sets the test's limit."""
+        begun, used = time.monotonic(), processor_time_of_children()
+        result, which = self.run()
+        self.lasts = time.monotonic() - begun
+        self.limit = round(20 + 8 * (processor_time_of_children() - used))
+        return which if result != SURVIVED else ""
+
+    def run(self):
+        """Returns what became of the fault, and which test told.
+
+        Processor time is what is limited, so that nothing hangs because the machine is busy; only
+        what waits for ever is ended by the clock.
+        """
         def prepare():
             resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+            resource.setrlimit(resource.RLIMIT_CPU, (self.limit, self.limit))
         process = subprocess.Popen(self.command, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                    stderr=subprocess.STDOUT, preexec_fn=prepare, start_new_session=True)
         try:
-            output, _ = process.communicate(timeout=limit)
+            output, _ = process.communicate(timeout=60 + WAITING * self.lasts)
         except subprocess.TimeoutExpired:
             os.killpg(process.pid, signal.SIGKILL)
             process.communicate()
             return HUNG, self.name
         if process.returncode == 0:
             return SURVIVED, ""
+        if process.returncode in (-signal.SIGXCPU, -signal.SIGKILL):
+            return HUNG, self.name
         failed = re.findall(rb"\[  FAILED  \] ([\w./]+)", output)
         return CAUGHT, failed[0].decode() if failed else f"{self.name} (exit status {process.returncode})"
 
@@ -224,6 +254,7 @@ class Workshop:
     def __init__(self, top, folder, jobs):
         self.top, self.folder, self.jobs = top, folder, jobs
         self.build = folder / "build" / "dev"
+        self.tests = []
 
     def copy_sources(self):
         """Brings the copy up to date; files that have not changed keep their times, so little is rebuilt."""
@@ -241,8 +272,9 @@ class Workshop:
             if path.is_file() and str(path.relative_to(self.folder)) not in wanted:
                 path.unlink()
 
-    def make(self, *targets):
-        done = subprocess.run(["ninja", "-C", str(self.build), "-j", str(self.jobs), *targets], capture_output=True)
+    def make(self, *targets, jobs=None):
+        done = subprocess.run(["ninja", "-C", str(self.build), "-j", str(jobs or self.jobs), *targets],
+                              capture_output=True)
         return done.returncode == 0, done.stdout.decode(errors="replace")
 
     def prepare(self):
@@ -252,9 +284,10 @@ class Workshop:
         rooms = [room.parent.relative_to(self.folder) for kind in ("unit", "sessions")
                  for room in (self.folder / "tests" / kind).glob("*/CMakeLists.txt")]
         made, output = self.make(*[f"{room}/all" for room in rooms if room.name not in LISTENING],
-                                 "tests/replays/all")
+                                 "tests/replays/all", "tests/desktop/all", jobs=os.cpu_count())
         if not made:
             sys.exit(output)
+        self.tests = self.find_tests()
 
     def find_tests(self):
         listed = subprocess.run(["ctest", "--preset", "dev", "--show-only=json-v1"], cwd=self.folder, check=True,
@@ -262,33 +295,30 @@ class Workshop:
         tests = {}
         for test in json.loads(listed)["tests"]:
             properties = {p["name"]: p["value"] for p in test.get("properties", [])}
-            if not QUICK.intersection(properties.get("LABELS", [])) or "command" not in test:
+            quick = not SLOW.match(test["name"])
+            if quick and not QUICK.intersection(properties.get("LABELS", [])) or "command" not in test:
                 continue
             command = test["command"]
-            if any(word.startswith("--gtest_filter") for word in command):
-                command = [command[0], "--gtest_fail_fast", "--gtest_brief=1"]
+            if any(word.startswith("--gtest_filter") for word in command):  # all cases at once
+                command = [word for word in command if not word.startswith("--gtest_")]
+                command += ["--gtest_fail_fast", "--gtest_brief=1"]
             programs = [Path(word).name for word in command if word.startswith(str(self.build / "bin"))]
             if programs:
-                tests.setdefault(tuple(command), Tests(command, properties["WORKING_DIRECTORY"], programs[0]))
-        return list(tests.values())
+                tests.setdefault(tuple(command), Tests(command, properties["WORKING_DIRECTORY"], programs[0], quick))
+        for test in tests.values():
+            test.sources = self.inputs(test.program)
+        # The slow ones are not wanted but by what the others do not link.
+        covered = set().union(*(test.sources for test in tests.values() if test.quick))
+        return [test for test in tests.values() if test.quick or test.sources - covered]
 
     def inputs(self, program):
-        """The sources that a program is made of, as far as the build knows them by name."""
+        """The game's sources that a program is made of."""
         listed = subprocess.run(["ninja", "-C", str(self.build), "-t", "inputs", f"bin/{program}"],
                                 capture_output=True).stdout.decode()
-        return {os.path.relpath(line, self.folder) for line in listed.split() if line.endswith(".cpp")}
+        sources = (os.path.relpath(line, self.folder) for line in listed.split() if line.endswith(".cpp"))
+        return {source for source in sources if source.startswith("src/")}
 
-    def measure(self, tests):
-        """Every test must pass without a fault; how long that takes sets its limit."""
-        for test in tests:
-            begun = time.monotonic()
-            result, which = test.run(600)
-            test.seconds = time.monotonic() - begun
-            if result != SURVIVED:
-                print(f"Without any fault: {which} fails.", file=sys.stderr)
-                sys.exit(2)
-
-    def concerned(self, tests, fault):
+    def concerned(self, fault):
         """The tests that the fault can reach, those of its own folder first, then the quickest."""
         folder = os.path.dirname(fault.path)
 
@@ -297,22 +327,24 @@ class Workshop:
                 return fault.path in test.sources
             return any(os.path.dirname(source) == folder for source in test.sources)
         own = str(self.build / "tests" / "unit" / folder.removeprefix("src/"))
-        return sorted(filter(reaches, tests), key=lambda test: (test.folder != own, test.seconds))
+        reached = [test for test in self.tests if reaches(test)]
+        quick = [test for test in reached if test.quick]
+        return sorted(quick or reached, key=lambda test: (test.folder != own, test.lasts))
 
-    def try_fault(self, fault, tests):
+    def try_fault(self, fault):
         path = self.folder / fault.path
         path.write_text(fault.text)
         try:
-            rest, size = self.concerned(tests, fault), 1
+            rest, size = self.concerned(fault), 1
             if not rest:
-                return SURVIVED, "no quick test links it"
+                return SURVIVED, "no test links it"
             while rest:  # a few at first: most faults are caught at once
                 batch, rest, size = rest[:size], rest[size:], 2 * size
                 compiled, _ = self.make(*{f"bin/{test.program}" for test in batch})
                 if not compiled:
                     return REFUSED, ""
                 for test in batch:
-                    result, which = test.run(60 + 8 * test.seconds)
+                    result, which = test.run()
                     if result != SURVIVED:
                         return result, which
             return SURVIVED, ""
@@ -338,6 +370,15 @@ def table(results):
     return "\n".join(lines)
 
 
+def reported(report, faults):
+    """What a report knows of these faults already."""
+    if not report or not report.exists():
+        return []
+    planted = {fault.id: fault for fault in faults}
+    lines = map(json.loads, report.read_text().splitlines())
+    return [(planted[line["fault"]], line["result"], line["by"]) for line in lines if line["fault"] in planted]
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--faults", type=int, default=200, help="how many [200]")
@@ -345,10 +386,11 @@ def main():
     parser.add_argument("--only", default="", help="a folder or file below src/")
     parser.add_argument("--headers", action="store_true", help="headers too: after each, much is built again")
     parser.add_argument("--fault", action="append", default=[], help="a fault by its name in a report")
-    parser.add_argument("--work", type=Path, default=TOP / "build" / "faults", help="the copy [build/faults]")
+    parser.add_argument("--work", type=Path, default=TOP / "build" / "faults", help="the copies [build/faults]")
     parser.add_argument("--report", type=Path, help="where results are appended, a line of JSON each")
     parser.add_argument("--list", action="store_true", help="only say which faults would be planted")
-    parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="compilers at a time")
+    parser.add_argument("--workers", type=int, default=os.cpu_count(), help="faults at a time")
+    parser.add_argument("--jobs", type=int, default=1, help="compilers at a time for each")
     args = parser.parse_args()
 
     faults = [f for f in possible_faults(TOP) if f.path.startswith("src/" + args.only)]
@@ -364,26 +406,46 @@ def main():
             print(fault.id, *fault.diff(), sep="\n  ")
         return 0
 
-    workshop = Workshop(TOP, args.work.resolve(), args.jobs)
-    workshop.copy_sources()
-    workshop.prepare()
-    tests = workshop.find_tests()
-    for test in tests:
-        test.sources = workshop.inputs(test.program)
-    workshop.measure(tests)
-    print(f"{len(tests)} tests pass without a fault, in {sum(test.seconds for test in tests):.0f} s.", flush=True)
+    results = reported(args.report, faults)
+    known = {fault.id for fault, _, _ in results}
+    faults = [fault for fault in faults if fault.id not in known]
 
-    results = []
-    for number, fault in enumerate(faults, 1):
-        result, detail = workshop.try_fault(fault, tests)
-        results.append((fault, result, detail))
-        print(f"{number}/{len(faults)} {fault.id}: {result} {detail}", flush=True)
-        if result == SURVIVED:
-            print(*fault.diff(), sep="\n", flush=True)
-        if args.report:
-            with args.report.open("a") as report:
-                report.write(json.dumps({"fault": fault.id, "folder": fault.folder, "result": result,
-                                         "by": detail, "change": fault.diff()}) + "\n")
+    workshops = [Workshop(TOP, args.work.resolve() / str(number + 1), args.jobs) for number in range(args.workers)]
+    for workshop in workshops:
+        workshop.copy_sources()
+        workshop.prepare()
+
+    idle = queue.SimpleQueue()
+    with concurrent.futures.ThreadPoolExecutor(len(workshops)) as pool:
+        first = workshops[0].tests
+        for failed in pool.map(Tests.measure, first):
+            if failed:
+                print(f"Without any fault: {failed} fails.", file=sys.stderr)
+                return 2
+        for workshop in workshops:
+            for test, measured in zip(workshop.tests, first):
+                test.lasts, test.limit = measured.lasts, measured.limit
+            idle.put(workshop)
+        print(f"{len(first)} tests pass without a fault, in {sum(test.lasts for test in first):.0f} s.", flush=True)
+
+        def try_somewhere(fault):
+            workshop = idle.get()
+            try:
+                return fault, *workshop.try_fault(fault)
+            finally:
+                idle.put(workshop)
+
+        tried = [pool.submit(try_somewhere, fault) for fault in faults]
+        for done in concurrent.futures.as_completed(tried):
+            fault, result, detail = done.result()
+            results.append((fault, result, detail))
+            print(f"{len(results)}/{len(known) + len(faults)} {fault.id}: {result} {detail}", flush=True)
+            if result == SURVIVED:
+                print(*fault.diff(), sep="\n", flush=True)
+            if args.report:
+                with args.report.open("a") as report:
+                    report.write(json.dumps({"fault": fault.id, "folder": fault.folder, "result": result,
+                                             "by": detail, "change": fault.diff()}) + "\n")
     print(table(results))
     return 1 if any(result == SURVIVED for _, result, _ in results) else 0
 
