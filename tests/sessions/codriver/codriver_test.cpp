@@ -7,6 +7,7 @@
 
 #include "sessions/tracks/one_race.h"
 #include "sessions/tracks/wheel_script.h"
+#include "state/track_names.h"
 #include "support/session.h"
 #include "tracks/catalogue.h"
 
@@ -228,6 +229,8 @@ TEST(FunctionKeys, InARaceChangeNothingOfIt) {
   }
   EXPECT_TRUE(with.said(" turn calls on "));
   EXPECT_FALSE(without.said(" turn calls on "));
+  EXPECT_TRUE(with.said(" You are on the " + std::string(kTrackNames[0].spoken) +
+                        ". F 2 says which aids are on, F 3 to F 8 switch them, Escape gives up the race. "));
 }
 
 TEST(FunctionKeys, InAMenuChangeNothingOfIt) {
@@ -245,6 +248,8 @@ TEST(FunctionKeys, InAMenuChangeNothingOfIt) {
     EXPECT_EQ(with.of("value")[i].at("value"), without.of("value")[i].at("value")) << i;
   }
   EXPECT_EQ(with.spoken().back(), without.spoken().back());
+  EXPECT_TRUE(
+      with.said(" You are in a menu. Up and Down move, Enter chooses, F 2 opens the co-driver's menu. "));
 }
 
 TEST(FunctionKeys, BelongToTheGameWhereAnyKeyMeansSomethingToIt) {
