@@ -4,6 +4,7 @@ set -eu
 cd "$1/build/web/site"
 total=0
 for file in *; do
+  case $file in *.packed) continue ;; esac  # the same file once more
   plain=$(wc -c <"$file")
   packed=$(gzip -c "$file" | wc -c)
   total=$((total + (packed < plain ? packed : plain)))
