@@ -10,12 +10,13 @@
 
 namespace {
 
-constexpr auto kPatience = std::chrono::seconds(2);
-
 struct Speaking {
+  explicit Speaking(std::chrono::milliseconds patience)
+      : synth(vorn::thePage(), patience), service(synth, mixer.voice(), patience) {}
+
   vorn::Mixer mixer;
-  vorn::PageSynth synth{vorn::thePage(), kPatience};
-  vorn::SynthService service{synth, mixer.voice(), kPatience};
+  vorn::PageSynth synth;
+  vorn::SynthService service;
 };
 
 std::unique_ptr<Speaking> speaking;
@@ -24,9 +25,10 @@ std::unique_ptr<Speaking> speaking;
 
 extern "C" {
 
-/// Once the page has given its voices. Returns how many there are.
-EMSCRIPTEN_KEEPALIVE int speaking_begin() {
-  speaking = std::make_unique<Speaking>();
+/// Once the page has given its voices; a voice that does not answer for `patience` milliseconds is given up.
+/// Returns how many voices there are.
+EMSCRIPTEN_KEEPALIVE int speaking_begin(int patience) {
+  speaking = std::make_unique<Speaking>(std::chrono::milliseconds(patience));
   return static_cast<int>(speaking->synth.voices().size());
 }
 

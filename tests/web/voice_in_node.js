@@ -51,7 +51,7 @@ before(async () => {
     game.ccall("vorn_give_synth_voice", null, ["string", "string", "string", "number"], [name, identifier, language, priority]);
   }
   worker.postMessage({ memory: game.wasmMemory.buffer, desk: game._vorn_give_synth(offer.sampleRate) });
-  game._speaking_begin();
+  game._speaking_begin(PATIENCE_MS);
 });
 after(async () => {
   game._speaking_end();
@@ -208,6 +208,8 @@ test("before the game orders, the page gets its own texts", async () => {
 
 test("a worker that has died is given up, and the end waits for nobody", async () => {
   await worker.terminate();
+  game._speaking_end();
+  game._speaking_begin(1000);
   say("one");
   await until(() => !game._speaking_is_speaking(), "it is never given up");
 });
