@@ -15,6 +15,7 @@
 #include "finish.h"
 #include "fitter.h"
 #include "recipe.h"
+#include "support/item_figures.h"
 #include "support_sounds.h"
 #include "synth/instruments.h"
 
