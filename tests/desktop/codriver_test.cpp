@@ -26,16 +26,13 @@ TEST(Codriver, TellsOfItselfAndOpensItsMenuAtF2) {
   player.answer("F2");
   player.waitFor(" Co-driver. ");
   player.rest(1500);
-  player.answer("Up");  // the last entry
-  EXPECT_THAT(player.waitFor(" Keys. "), HasSubstr(" What the function keys do. "));
+  EXPECT_THAT(player.move("Up", " Keys. "), HasSubstr(" What the function keys do. "));
   EXPECT_TRUE(
       recording.isUnderstood("keys what the function keys do | select exit game | check speakers | lessons "
                              "six short ones on real tracks",
                              3.4, [&] {
-                               player.answer("Down");
-                               player.waitFor(" ");
-                               player.answer("Up");
-                               player.waitFor(" Keys. ");
+                               player.move("Down", " ");
+                               player.move("Up", " Keys. ");
                                const double start = recording.now() - Recording::kBeforeCaption;
                                player.rest(3100);
                                return start;

@@ -153,8 +153,7 @@ TEST_F(SecondSignal, EndsAReading) {
   Player player(folder.path());
   player.answer("Space");
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Down");
-  player.waitFor(" Reed Instructions. ");
+  player.move("Down", " Reed Instructions. ");
   player.answer("Enter");
   player.hear(20'000);
   expectEnd(player);

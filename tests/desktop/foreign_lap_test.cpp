@@ -27,8 +27,7 @@ TEST(ForeignLap, IsDrivenFromTheMenuToTheRecord) {
   Player player(folder.path(), {}, "auto");
 
   player.waitFor(" Select. Exit Game. ", 120);
-  player.answer("Up");
-  player.waitFor(" Start Game. ");
+  player.move("Up", " Start Game. ");
   player.answer("Enter");
   player.enterOneLap();
   player.rest(4500);

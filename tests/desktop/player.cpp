@@ -36,7 +36,17 @@ std::string Player::waitFor(const std::string& part, int seconds) {
 
 void Player::answer(const std::string& key) {
   rest(600);
-  keys.tap(key, 120);
+  keys.tap(key, 60);  // a menu moves on where a key is held for 200 ms, which a busy machine makes of less
+}
+
+std::string Player::move(const std::string& key, const std::string& part) {
+  constexpr int kPresses = 5, kPatienceMs = 12'000;
+  for (int i = 0; i < kPresses; ++i) {
+    answer(key);
+    const auto text = hear(kPatienceMs);
+    if (text) return text->find(part) != std::string::npos ? *text : waitFor(part);
+  }
+  throw std::runtime_error("nothing was heard at \"" + key + "\", though \"" + part + "\" was to come");
 }
 
 void Player::rest(int milliseconds) {
@@ -77,8 +87,7 @@ void Player::enterRecordAndLeave() {
   waitFor(" Is a correct, for the new record holder? yes ");
   answer("Enter");
   waitFor(" Select, repeat race time ");
-  answer("Up");
-  waitFor(" Exit game ");
+  move("Up", " Exit game ");
   answer("Enter");
   waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
   waitFor(" exiting program ");

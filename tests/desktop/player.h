@@ -24,6 +24,9 @@ class Player {
   std::string waitFor(const std::string& part, int seconds = 60);
   /// Presses a key when a person would: after a moment, and not too briefly.
   void answer(const std::string& key);
+  /// Moves in a menu to the next entry that contains `part` and returns it. Where nothing at all comes of the
+  /// key it is pressed again, for a menu takes none in its first moments.
+  std::string move(const std::string& key, const std::string& part);
   /// The next text; nothing where none comes in time.
   std::optional<std::string> hear(int withinMs) { return game_.readLine(withinMs); }
   void rest(int milliseconds);

@@ -33,8 +33,7 @@ std::vector<std::string> linesWith(const std::string& text, const std::string& p
 /// A race with all that moves a car: gas, brake, gears, both steering keys, taps and a crash.
 void race(Player& player) {
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Up");
-  player.waitFor(" Start Game. ");
+  player.move("Up", " Start Game. ");
   player.answer("Enter");
   player.enterOneLap();
   player.startEngine();

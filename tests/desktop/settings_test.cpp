@@ -23,8 +23,7 @@ void openMenu(Player& player) {
 /// Moves in the menu until `entry` is heard, and takes it.
 void choose(Player& player, const std::string& key, const std::vector<std::string>& way) {
   for (const std::string& entry : way) {
-    player.answer(key);
-    EXPECT_EQ(player.waitFor(" "), entry);
+    EXPECT_EQ(player.move(key, " "), entry);
   }
   player.answer("Enter");
 }
@@ -87,8 +86,7 @@ TEST(VoiceSettings, AreMadeAndFoundAgain) {
     player.answer("Down");
     player.waitFor(" quieter ");
     player.answer("Enter");
-    player.answer("Down");
-    EXPECT_EQ(player.waitFor(" "), " Check speakers ");
+    EXPECT_EQ(player.move("Down", " "), " Check speakers ");
   }
   EXPECT_EQ(folder.read("vorn1voc.cfg"), "1\r\n14\r\n85\r\n-100\r\n");
   {
@@ -99,8 +97,7 @@ TEST(VoiceSettings, AreMadeAndFoundAgain) {
     choose(player, "Down", way);
     player.waitFor("14");
     player.answer("Enter");
-    player.answer("Down");
-    player.waitFor(" adjust volume ");
+    player.move("Down", " adjust volume ");
   }
   EXPECT_EQ(folder.read("vorn1voc.cfg"), "1\r\n14\r\n85\r\n0\r\n") << "the sounds are as loud as ever";
 }

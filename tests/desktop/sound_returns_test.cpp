@@ -202,16 +202,14 @@ TEST_F(SoundReturnsTo, TitleMenuAndReading) {
   player->rest(1000);
   soundServer("add other");
   player->rest(500);
-  player->answer("Down");
-  player->waitFor(" Reed Instructions. ");
+  player->move("Down", " Reed Instructions. ");
   EXPECT_GT(loudness(0.8), 0.01) << "another sink";
   player->answer("Enter");
   player->hear(20'000);
   loseAndFind("suspend", "resume");
   player->answer("Space");
   player->rest(1000);
-  player->answer("Up");
-  player->waitFor(" Exit Game. ");
+  player->move("Up", " Exit Game. ");
   player->answer("Enter");
   player->waitFor(" exiting program ");
   EXPECT_EQ(player->waitForEnd(), 0);
@@ -222,8 +220,7 @@ TEST_F(SoundReturnsTo, TitleMenuAndReading) {
 TEST_F(SoundReturnsTo, RaceCrashAndPit) {
   player->answer("Space");
   player->waitFor(" Select. Exit Game. ");
-  player->answer("Up");
-  player->waitFor(" Start Game. ");
+  player->move("Up", " Start Game. ");
   player->answer("Enter");
   startRace();
   player->rest(500);
@@ -237,8 +234,7 @@ TEST_F(SoundReturnsTo, RaceCrashAndPit) {
   loseAndFind("suspend", "resume");
   player->keys.tap("Escape");
   player->waitFor(" Select. Exit Game. ");
-  player->answer("Up");
-  player->waitFor(" Start Game. ");
+  player->move("Up", " Start Game. ");
   player->answer("Enter");
   startRace();
   player->keys.tap("Home", 500);

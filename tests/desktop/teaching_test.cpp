@@ -50,10 +50,10 @@ TEST_F(Teaching, ALessonAndAPreviewAreTakenFromTheMainMenuAndBack) {
   choose("F2", " Co-driver. ");
 
   // A lesson: the speeds that are said tell when to change up.
-  choose("Down", " Lessons. ");
+  player.move("Down", " Lessons. ");
   choose("Enter", " Lessons. ");
-  choose("Down", " Stay off the marbles. ");
-  choose("Down", " Change up at the right revolutions. ");
+  player.move("Down", " Stay off the marbles. ");
+  player.move("Down", " Change up at the right revolutions. ");
   choose("Enter", " Give full gas on a long straight");
   player.rest(800);
   player.keys.press("LeftCtrl");
@@ -77,7 +77,7 @@ TEST_F(Teaching, ALessonAndAPreviewAreTakenFromTheMainMenuAndBack) {
 
   // A preview, stopped by a key.
   player.answer("Escape");
-  choose("Down", " Preview a track. ");
+  player.move("Down", " Preview a track. ");
   choose("Enter", " Maple Leaf");
   choose("Enter", " gently, ");
   bool isDriving = false;

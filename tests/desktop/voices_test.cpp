@@ -284,25 +284,21 @@ TEST_P(WholeSession, IsPlayedByEar) {
   Player player(folder.path(), {}, GetParam());
   player.answer("Space");  // cuts the title sound
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Up");
-  player.waitFor(" Start Game. ");
+  player.move("Up", " Start Game. ");
   EXPECT_TRUE(recording.isUnderstood(kStartGame, 2.8, [&] {
-    player.answer("Down");
-    player.waitFor(" Exit Game. ");
+    player.move("Down", " Exit Game. ");
     player.rest(2500);
-    player.answer("Up");
-    player.waitFor(" Start Game. ");
+    player.move("Up", " Start Game. ");
     const double start = recording.now() - Recording::kBeforeCaption;
     player.rest(2500);
     return start;
   }));
-  player.answer("Down");
   for (const char* entry :
        {" Exit Game. ", " Reed Instructions. ", " reed track descriptions ", " reed log file ",
         " delete log file ", " reed records file ", " reset records ", " change voice "}) {
-    EXPECT_EQ(player.waitFor(" "), entry);
-    player.answer(entry == std::string(" change voice ") ? "Enter" : "Down");
+    EXPECT_EQ(player.move("Down", " "), entry);
   }
+  player.answer("Enter");
   const bool isOwn = GetParam() != "espeak";
   EXPECT_THAT(player.waitFor(" "), isOwn ? HasSubstr("default voice") : HasSubstr("English (America)"));
   player.waitFor(" do you wish to use this voice? yes ");
@@ -312,8 +308,7 @@ TEST_P(WholeSession, IsPlayedByEar) {
   player.waitFor(" do you wish to use this voice? yes ");
   player.answer("Enter");
   for (int i = 0; i < 8; ++i) {
-    player.answer("Up");
-    player.waitFor(" ");
+    player.move("Up", " ");
   }
   EXPECT_EQ(folder.read("vorn1voc.cfg"), "1\r\n0\r\n90\r\n0\r\n");
   player.answer("Enter");

@@ -30,14 +30,12 @@ TEST(WholeRace, IsDrivenByEarFromTheTitleToTheRecord) {
 
   player.waitFor(" Select. Exit Game. ");
   const auto selectStartGame = [&] {
-    player.answer("Up");
-    EXPECT_EQ(player.waitFor("Game."), " Start Game. ");
+    EXPECT_EQ(player.move("Up", "Game."), " Start Game. ");
     return recording.now() - Recording::kBeforeCaption;
   };
   selectStartGame();
   EXPECT_TRUE(recording.isUnderstood("start game | exit game | check speakers | change voice", 2.5, [&] {
-    player.answer("Down");
-    player.waitFor(" Exit Game. ");
+    player.move("Down", " Exit Game. ");
     const double entry = selectStartGame();
     player.rest(2200);
     return entry;
