@@ -47,6 +47,7 @@ export function launch(name) {
     browser: isFirefox ? "firefox" : "chrome",
     executablePath: isFirefox ? "/usr/bin/firefox-esr" : "/usr/bin/chromium",
     headless: true,
+    timeout: 2 * LONG,  // until it is there
     protocolTimeout: 300000,
     args: isFirefox ? [] : ["--no-sandbox", "--autoplay-policy=user-gesture-required", "--disable-gpu"],
     extraPrefsFirefox: { "media.cubeb.sandbox": false, "media.autoplay.default": 0 },
@@ -65,6 +66,9 @@ export const pass = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
 
 /** A player before the page, who goes by the captions; those that have been waited for lie behind. */
 export class Player {
+  /** What was begun last, for the word on a test that hangs. */
+  static doing = "nothing";
+
   /** @param {import("puppeteer-core").Page} page */
   constructor(page) {
     this.page = page;
@@ -79,7 +83,9 @@ export class Player {
 
   /** Opens the page; every caption is noted from the first on. */
   static async open(browser, url, prepare = async (_page) => {}) {
+    Player.doing = `open ${url}`;
     const player = new Player(await browser.newPage());
+    player.page.setDefaultTimeout(LONG);
     await player.page.evaluateOnNewDocument(() => {
       window.heard = [];
       addEventListener("DOMContentLoaded", () => {
@@ -98,6 +104,7 @@ export class Player {
 
   /** As a player does it: the driver's own way goes past the service worker. */
   async reload() {
+    Player.doing = "reload";
     await this.page.evaluate(() => {
       document.getElementById("state")?.replaceChildren();
       setTimeout(() => location.reload());
@@ -119,6 +126,7 @@ export class Player {
   }
 
   until(condition, ...values) {
+    Player.doing = `wait for ${values[0]}`;
     return this.page.waitForFunction(condition, { timeout: LONG, polling: 50 }, ...values);
   }
   /** Waits until the page's own line begins with `text`. */
@@ -126,6 +134,7 @@ export class Player {
     return this.until((begin) => document.getElementById("state")?.textContent?.startsWith(begin), text);
   }
   async heard() {
+    Player.doing = "ask what was heard";
     return this.page.evaluate(() => window.heard);
   }
   /** Passes over what has been said until now. */
@@ -167,12 +176,15 @@ export class Player {
     return isOfWebDriver(this.page) && key === "Enter" ? MAIN_ENTER : key;
   }
   press(key) {
+    Player.doing = `press ${key}`;
     return this.page.keyboard.press(this.keyOf(key), { delay: 60 });
   }
   async down(key) {
+    Player.doing = `hold ${key}`;
     await this.page.keyboard.down(this.keyOf(key));
   }
   async up(key) {
+    Player.doing = `let go of ${key}`;
     await this.page.keyboard.up(this.keyOf(key));
   }
   /**

@@ -1,9 +1,8 @@
 // @ts-check
 // Controllers as the browser tells of them.
 import assert from "node:assert/strict";
-import { test } from "node:test";
 import { pass } from "./browser.js";
-import { atTheMenu, choose } from "./visit.js";
+import { atTheMenu, check, choose } from "./visit.js";
 
 /** A controller that is there from the start. */
 function withPad(page) {
@@ -45,7 +44,7 @@ async function takeTheController(player) {
   await press(player, BOTTOM, false);
 }
 
-test("a gamepad of the standard mapping selects, and is missed when it is unplugged", async () => {
+check("a gamepad of the standard mapping selects, and is missed when it is unplugged", async () => {
   const player = await atTheMenu({}, withPad);
   await takeTheController(player);
   await player.page.evaluate(() => {
@@ -57,7 +56,7 @@ test("a gamepad of the standard mapping selects, and is missed when it is unplug
   await player.hears("The controller is connected again.");
 });
 
-test("a crash is felt in the hands that drive, unless the page is told otherwise", async () => {
+check("a crash is felt in the hands that drive, unless the page is told otherwise", async () => {
   const player = await atTheMenu({}, async (page) => {
     await withPad(page);
     await page.evaluateOnNewDocument(() => {

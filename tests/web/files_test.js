@@ -1,9 +1,8 @@
 // @ts-check
 // What the browser keeps for the player: over a reload, without a network, as a zip, and where it refuses.
 import assert from "node:assert/strict";
-import { test } from "node:test";
 import { pass } from "./browser.js";
-import { atTheMenu, choose, host, pastTheTitle, stored, visitor } from "./visit.js";
+import { atTheMenu, check, choose, host, pastTheTitle, stored, visitor } from "./visit.js";
 
 /** From the main menu through all game options and back, the first one changed. @param {Player} player */
 async function changeOptions(player) {
@@ -18,7 +17,7 @@ async function changeOptions(player) {
   await player.press("Enter");
 }
 
-test("what is chosen is there after a reload, also without a network", async () => {
+check("what is chosen is there after a reload, also without a network", async () => {
   const player = await atTheMenu();
   await changeOptions(player);
   while (!("vorn1ops.cfg" in await stored(player))) await pass(100);
@@ -30,7 +29,7 @@ test("what is chosen is there after a reload, also without a network", async () 
   assert.equal((await stored(player))["vorn1ops.cfg"], options);
 });
 
-test("storage that is refused is told of, and the game goes on", async () => {
+check("storage that is refused is told of, and the game goes on", async () => {
   const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
     IDBFactory.prototype.open = () => {
       throw new DOMException("refused", "SecurityError");
@@ -42,7 +41,7 @@ test("storage that is refused is told of, and the game goes on", async () => {
   assert.deepEqual(await stored(player), {});
 });
 
-test("records and settings go out and come back as a zip", async () => {
+check("records and settings go out and come back as a zip", async () => {
   const player = await visitor();
   const names = await player.page.evaluate(async () => {
     const { PlayerFiles } = await import("./store.js");

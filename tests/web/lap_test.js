@@ -1,11 +1,10 @@
 // @ts-check
 // A whole race, driven by ear from the menu to the record, which is there after a reload.
 import assert from "node:assert/strict";
-import { test } from "node:test";
 import { driveALap } from "./driver.js";
-import { choose, figures, pastTheTitle, stored, visitor } from "./visit.js";
+import { check, choose, figures, pastTheTitle, stored, visitor } from "./visit.js";
 
-test("a lap is driven by ear, its record is told, and the menu tells it after a reload", { timeout: 1200000 }, async () => {
+check("a lap is driven by ear, its record is told, and the menu tells it after a reload", async () => {
   const player = await visitor();
   const result = await driveALap(player);
   const [, time] = result.match(/^Your time for 1 lap on the Kirtland Dirt Mile Oval Track is, (.*?) seconds/) ?? [];
@@ -31,4 +30,4 @@ test("a lap is driven by ear, its record is told, and the menu tells it after a 
   await player.hears(time);
   await player.hears("By q");
   assert.deepEqual(player.problems, []);
-});
+}, { minutes: 20 });

@@ -1,10 +1,9 @@
 // @ts-check
 // Menus by real keys, heard by their captions, and what a first visit asks.
 import assert from "node:assert/strict";
-import { test } from "node:test";
-import { atTheMenu, MENU, pastTheTitle, stored, visitor } from "./visit.js";
+import { atTheMenu, check, MENU, pastTheTitle, stored, visitor } from "./visit.js";
 
-test("every entry of the main menu is reached, and the menu goes round", async () => {
+check("every entry of the main menu is reached, and the menu goes round", async () => {
   const player = await atTheMenu();
   const entries = [];
   while (entries.length < 40) {
@@ -17,7 +16,7 @@ test("every entry of the main menu is reached, and the menu goes round", async (
   assert.deepEqual(player.problems, []);
 });
 
-test("the game ends by its menu, and starts again", async () => {
+check("the game ends by its menu, and starts again", async () => {
   const player = await atTheMenu();
   await player.answers("Enter", "Thank you for playing");
   await player.reads("The game has ended.");
@@ -25,7 +24,7 @@ test("the game ends by its menu, and starts again", async () => {
   await pastTheTitle(player);
 });
 
-test("the first visit asks for voice and keys, and keeps both", async () => {
+check("the first visit asks for voice and keys, and keeps both", async () => {
   const player = await visitor();
   await player.pressStart();
   await player.hears("Your screen reader. Press Enter now");

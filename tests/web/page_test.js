@@ -1,11 +1,10 @@
 // @ts-check
 // The page around the game: whom it lets in, how it comes back, and that everybody can read it.
 import assert from "node:assert/strict";
-import { test } from "node:test";
 import { axe } from "./browser.js";
-import { anotherTab, atTheMenu, host, name, pastTheTitle, visitor, withKiller } from "./visit.js";
+import { anotherTab, atTheMenu, check, host, name, pastTheTitle, visitor, withKiller } from "./visit.js";
 
-test("the first load is under 8 MB", async () => {
+check("the first load is under 8 MB", async () => {
   const before = host.served;
   await visitor();
   const bytes = host.served - before;
@@ -13,7 +12,7 @@ test("the first load is under 8 MB", async () => {
 });
 
 // The driver of Firefox has no such reload.
-test("a reload with Shift, which goes past the service worker, leads to the game", { skip: name === "firefox" }, async () => {
+check("a reload with Shift, which goes past the service worker, leads to the game", async () => {
   const player = await visitor();
   const session = await player.page.createCDPSession();
   for (let i = 0; i < 2; ++i) {
@@ -21,9 +20,9 @@ test("a reload with Shift, which goes past the service worker, leads to the game
     await session.send("Page.reload", { ignoreCache: true });
     await player.until(() => crossOriginIsolated && document.getElementById("state")?.textContent === "Ready.");
   }
-});
+}, { skip: name === "firefox" });
 
-test("a game whose thread has been killed is told of, and can be started again", async () => {
+check("a game whose thread has been killed is told of, and can be started again", async () => {
   const player = await atTheMenu({}, withKiller);
   await player.page.evaluate(() => window.killWorkers());
   await player.reads("The game has stopped.");
@@ -31,7 +30,7 @@ test("a game whose thread has been killed is told of, and can be started again",
   await pastTheTitle(player);
 });
 
-test("a second tab is not let in", async () => {
+check("a second tab is not let in", async () => {
   const player = await atTheMenu();
   const other = await anotherTab();
   await other.goto(host.url);
@@ -47,7 +46,7 @@ async function faults(page) {
     .map((fault) => `${fault.id}: ${fault.nodes.map((node) => node.html).join(" ")}`));
 }
 
-test("the page, the keys and the manual have no fault that axe finds", async () => {
+check("the page, the keys and the manual have no fault that axe finds", async () => {
   const player = await visitor();
   for (const paper of ["", "keys.html", "manual.html"]) {
     if (paper) await player.page.goto(host.url + paper);

@@ -1,10 +1,9 @@
 // @ts-check
 // A race by real keys, and what happens around it.
 import assert from "node:assert/strict";
-import { test } from "node:test";
-import { anotherTab, atTheMenu, name, RACE_KEYS, stored, toTheGrid } from "./visit.js";
+import { anotherTab, atTheMenu, check, name, RACE_KEYS, stored, toTheGrid } from "./visit.js";
 
-test("a race is driven by captions, and the browser asks before it is left", async () => {
+check("a race is driven by captions, and the browser asks before it is left", async () => {
   const player = await atTheMenu();
   await toTheGrid(player);
   await player.down(RACE_KEYS.gas);
@@ -25,7 +24,7 @@ test("a race is driven by captions, and the browser asks before it is left", asy
   for (const text of Object.values(await stored(player))) assert.doesNotMatch(text, /\0{16}/, "half written");
 });
 
-test("Tab leaves the keys with the game, and whoever leaves the page hears of it", async () => {
+check("Tab leaves the keys with the game, and whoever leaves the page hears of it", async () => {
   const player = await atTheMenu();
   await toTheGrid(player);
   await player.down(RACE_KEYS.gas);

@@ -6,9 +6,8 @@ import { execFileSync } from "node:child_process";
 import { mkdtempSync, readFileSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
-import { test } from "node:test";
 import { withRecorder } from "./recorder.js";
-import { atTheMenu, figures, MENU, visitor, withKiller } from "./visit.js";
+import { atTheMenu, check, figures, MENU, visitor, withKiller } from "./visit.js";
 
 const program = process.env.VORN_PROGRAM ?? "", sounds = process.env.VORN_SOUNDS ?? "";
 const RATE = 48000, SECONDS = 4;
@@ -78,7 +77,7 @@ function followed(rendered, captured) {
   return { pieces, found, delays };
 }
 
-test("what reaches the worklet is what the headless session renders, when it renders it", async () => {
+check("what reaches the worklet is what the headless session renders, when it renders it", async () => {
   const player = await visitor(withRecorder);
   await player.start();
   await player.hears(MENU);
@@ -91,7 +90,7 @@ test("what reaches the worklet is what the headless session renders, when it ren
   assert.ok(delays.filter((delay) => delay === 0).length >= 0.6 * delays.length, told);
 });
 
-test("sound that does not come in time is counted", async () => {
+check("sound that does not come in time is counted", async () => {
   const player = await atTheMenu({}, withKiller);
   const before = await figures(player);
   assert.ok(before.playedS > 0 && before.aheadMs > 0, JSON.stringify(before));

@@ -1,6 +1,6 @@
 // @ts-check
 // What the tests of a file share: a host, the browser that BROWSER names, and a new visitor for each test.
-import { after, afterEach, before } from "node:test";
+import { after, afterEach, before, test } from "node:test";
 import { Host, launch, pass, Player } from "./browser.js";
 
 export const name = process.env.BROWSER === "firefox" ? "firefox" : "chromium";
@@ -17,13 +17,39 @@ before(async () => {
   browser = await launch(name);
 });
 after(async () => {
-  await browser?.close();
+  await soon(browser?.close());
+  browser?.process()?.kill("SIGKILL");  // where it did not go by itself
   host?.stop();
 });
 afterEach(async () => {
   host.isDown = false;
-  await context?.close();
+  await soon(context?.close());
 });
+
+/** A browser may hang with a page that did. @param {Promise<void> | undefined} end */
+async function soon(end) {
+  await Promise.race([end, pass(30000)]);
+}
+
+/**
+ * A test, which fails with the word on what it was doing where it comes to no end.
+ * @param {string} name
+ * @param {() => Promise<void>} body
+ * @param {{skip?: boolean, minutes?: number}} options `minutes`: what it may take on a busy machine
+ */
+export function check(name, body, { skip = false, minutes = 8 } = {}) {
+  test(name, { skip }, async () => {
+    let timer;
+    const hung = new Promise((_, reject) => {
+      timer = setTimeout(() => reject(new Error(`no end in ${minutes} minutes; begun last: ${Player.doing}`)), 60000 * minutes);
+    });
+    try {
+      await Promise.race([body(), hung]);
+    } finally {
+      clearTimeout(timer);
+    }
+  });
+}
 
 /** Who has never been here. */
 export async function visitor(prepare) {

@@ -2,11 +2,10 @@
 // The embedded voice in the page: asked for, kept, and heard in what the browser plays.
 // Runs within with_desktop.sh: Firefox plays nothing where there is no sound device.
 import assert from "node:assert/strict";
-import { test } from "node:test";
 import { pass } from "./browser.js";
 import { recognised } from "./recogniser.js";
 import { recorded, recordedSince, withRecorder } from "./recorder.js";
-import { host, MENU, pastTheTitle, visitor } from "./visit.js";
+import { check, host, MENU, pastTheTitle, visitor } from "./visit.js";
 
 const RATE = 48000, QUIET = 1e-3;
 const LONG_MS = 60000;
@@ -39,7 +38,7 @@ async function atTheMenuWith(voice) {
   return player;
 }
 
-test("the first visit offers the game's own voice, which is kept and needs no network", async () => {
+check("the first visit offers the game's own voice, which is kept and needs no network", async () => {
   const player = await visitor();
   await player.pressStart();
   await player.hears("The voice of the game. Press Enter now");
@@ -57,7 +56,7 @@ test("the first visit offers the game's own voice, which is kept and needs no ne
   assert.deepEqual(player.problems.filter((problem) => !problem.includes("503")), []);
 });
 
-test("what is said is heard and understood", async () => {
+check("what is said is heard and understood", async () => {
   const player = await atTheMenuWith("embedded");
   const sentences = ["start game", "exit game", "check speakers", "change voice"];
   /** @type {string[]} */
@@ -76,7 +75,7 @@ test("what is said is heard and understood", async () => {
   assert.equal(understood.at(-1), "start game", String(understood));
 });
 
-test("where a screen reader speaks, the same step makes no sound", async () => {
+check("where a screen reader speaks, the same step makes no sound", async () => {
   const player = await atTheMenuWith("reader 2");
   const from = await recorded(player);
   await player.answers("ArrowUp", "Start Game.");
@@ -84,7 +83,7 @@ test("where a screen reader speaks, the same step makes no sound", async () => {
   assert.ok(secondsOfSound(await recordedSince(player, from)) < 0.2);
 });
 
-test("the next entry cuts the one before short", async () => {
+check("the next entry cuts the one before short", async () => {
   const player = await atTheMenuWith("embedded");
   const from = await recorded(player);
   for (let i = 0; i < 6; ++i) await player.press(i % 2 ? "ArrowDown" : "ArrowUp");
@@ -95,7 +94,7 @@ test("the next entry cuts the one before short", async () => {
   assert.ok(six < 4 * one, `${six} s for six entries, ${one} s for one`);
 });
 
-test("the game waits for its last words", async () => {
+check("the game waits for its last words", async () => {
   const player = await atTheMenuWith("embedded");
   const from = await recorded(player);
   await player.answers("Enter", "Thank you for playing");
@@ -106,7 +105,7 @@ test("the game waits for its last words", async () => {
   await pastTheTitle(player);
 });
 
-test("without the voice's data the others are offered", async () => {
+check("without the voice's data the others are offered", async () => {
   const player = await visitor((page) => page.evaluateOnNewDocument(() => {
     window.Worker = class extends Worker {
       constructor(address, options) {

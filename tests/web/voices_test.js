@@ -1,8 +1,7 @@
 // @ts-check
 // The browser's own voices, played by a double that does what the test wants of them.
 import assert from "node:assert/strict";
-import { test } from "node:test";
-import { atTheMenu, choose, MENU, pastTheTitle, visitor } from "./visit.js";
+import { atTheMenu, check, choose, MENU, pastTheTitle, visitor } from "./visit.js";
 
 /** Besides what a browser has, as `window.synth`: what was asked of it, and how it treats what it is to say. */
 function withVoices({ voices = ["English, en-GB", "Français, fr-FR, default", "American, en-US, default"], lateBy = 0 } = {}) {
@@ -52,7 +51,7 @@ async function lastSpoken(player, text) {
 
 const BROWSER = { voice: "browser" };
 
-test("the browser's voices are offered, English before others and its own choice first, and take rate and volume", async () => {
+check("the browser's voices are offered, English before others and its own choice first, and take rate and volume", async () => {
   const player = await atTheMenu(BROWSER, withVoices());
   assert.deepEqual(await lastSpoken(player, MENU), { text: ` ${MENU} `, voice: "American", lang: "en-US", rate: 1, volume: 0.9 });
   await choose(player, "adjust rate of speech");
@@ -71,12 +70,12 @@ test("the browser's voices are offered, English before others and its own choice
   assert.deepEqual(player.problems, []);
 });
 
-test("voices that a browser finds late are taken", async () => {
+check("voices that a browser finds late are taken", async () => {
   const player = await atTheMenu(BROWSER, withVoices({ lateBy: 8 }));
   assert.equal((await lastSpoken(player, MENU)).voice, "American");
 });
 
-test("the game waits for the end of what is said, and a key cuts it short", async () => {
+check("the game waits for the end of what is said, and a key cuts it short", async () => {
   const player = await visitor(withVoices());
   await player.page.evaluate(() => { window.synth.isHolding = true; });
   await player.start(BROWSER);
@@ -103,7 +102,7 @@ test("the game waits for the end of what is said, and a key cuts it short", asyn
 });
 
 // Where the page did not see to it the game would by itself, and say so as a problem.
-test("a text that never ends does not stop the game", async () => {
+check("a text that never ends does not stop the game", async () => {
   const player = await visitor(withVoices());
   await player.page.evaluate(() => { window.synth.isHolding = true; });
   await player.start(BROWSER);
@@ -111,7 +110,7 @@ test("a text that never ends does not stop the game", async () => {
   assert.deepEqual(player.problems, []);
 });
 
-test("texts that fail do not stop the game", async () => {
+check("texts that fail do not stop the game", async () => {
   const player = await visitor(async (page) => {
     await withVoices()(page);
     await page.evaluateOnNewDocument(() => {
@@ -132,7 +131,7 @@ for (const [what, prepare] of [
   ["no voices", withVoices({ voices: [] })],
   ["no speech", (page) => page.evaluateOnNewDocument(() => { delete window.speechSynthesis; })],
 ]) {
-  test(`where a browser has ${what} the player is asked for another voice`, async () => {
+  check(`where a browser has ${what} the player is asked for another voice`, async () => {
     const player = await visitor(prepare);
     await player.start(BROWSER);
     await player.hears("Your screen reader. Press Enter now");

@@ -159,6 +159,7 @@ class WebPlatform : public Platform {
   bool isInBackground_ = false;
   KeyboardState held_{};
   KeyLatch taps_;
+  bool isKeyMoved_ = false;
 };
 
 std::unique_ptr<SpeechService> WebPlatform::makeSpeech() {
@@ -184,9 +185,11 @@ int WebPlatform::messageBox(const std::string& text) {
   }
 }
 
+/// After a key has moved the next wait is none: a game that looks at the keyboard
+/// before it waits would else look a whole wait late.
 void WebPlatform::doYield(int atMostMs) {
   ++page_.pulse;
-  if (atMostMs > 0) {
+  if (!std::exchange(isKeyMoved_, false) && atMostMs > 0) {
     waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
   }
   mixer_.setDucked(speech_->isSpeaking());
@@ -211,6 +214,7 @@ void WebPlatform::deliver(const PageEvent& event) {
   switch (event.kind) {
     case PageEvent::Kind::kKeyDown:
     case PageEvent::Kind::kKeyUp:
+      isKeyMoved_ = true;
       noteKey(event);
       break;
     case PageEvent::Kind::kFocus:
