@@ -5,10 +5,12 @@
 namespace vorn {
 
 std::string PositionDriver::driveToTheEnd(int longestSeconds) {
+  // Behind the last lap the engine is revved and stopped without a word, which takes a busy machine long.
+  constexpr int kPatienceMs = 8000;
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(longestSeconds);
   player_.keys.press("RightCtrl");  // held, it is answered again and again
   while (std::chrono::steady_clock::now() < end) {
-    const auto text = player_.hear(4000);
+    const auto text = player_.hear(kPatienceMs);
     if (!text) {
       restart();
     } else if (text->find_first_not_of("0123456789") == std::string::npos) {
