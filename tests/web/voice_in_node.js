@@ -41,16 +41,31 @@ async function until(condition, what) {
   }
 }
 
+const VOICE_LOST = 10;  // see page.h
 let worker, offer, game;
+/** @type {number[]} what the page has been told */
+const told = [];
+
+/** A worker that is there; `offer` is what it offers. */
+async function hired() {
+  const one = new Worker(AS_IN_A_BROWSER, { eval: true });
+  offer = await new Promise((resolve, reject) => one.once("message", resolve).once("error", reject));
+  return one;
+}
+function serve() {
+  worker.postMessage({ memory: game.wasmMemory.buffer, desk: game._vorn_give_synth(offer.sampleRate) });
+}
 
 before(async () => {
-  worker = new Worker(AS_IN_A_BROWSER, { eval: true });
-  offer = await new Promise((resolve, reject) => worker.once("message", resolve).once("error", reject));
-  game = await createRequire(import.meta.url)(join(programs, "speaking.js"))({ wasmBinary: readFileSync(join(programs, "speaking.wasm")) });
+  worker = await hired();
+  game = await createRequire(import.meta.url)(join(programs, "speaking.js"))({
+    wasmBinary: readFileSync(join(programs, "speaking.wasm")),
+    told: (what) => told.push(what),
+  });
   for (const { name, identifier, language, priority } of offer.voices) {
     game.ccall("vorn_give_synth_voice", null, ["string", "string", "string", "number"], [name, identifier, language, priority]);
   }
-  worker.postMessage({ memory: game.wasmMemory.buffer, desk: game._vorn_give_synth(offer.sampleRate) });
+  serve();
   game._speaking_begin(PATIENCE_MS);
 });
 after(async () => {
@@ -197,8 +212,7 @@ test("blank texts end", async () => {
 });
 
 test("before the game orders, the page gets its own texts", async () => {
-  const own = new Worker(AS_IN_A_BROWSER, { eval: true });
-  await new Promise((resolve) => own.once("message", resolve));
+  const own = await hired();
   own.postMessage({ text: "Press Enter now." });
   const sound = await new Promise((resolve) => own.once("message", resolve));
   await own.terminate();
@@ -206,10 +220,36 @@ test("before the game orders, the page gets its own texts", async () => {
   assert.ok(loudestOf(sound) > 0.1 && loudestOf(sound) <= 1, String(loudestOf(sound)));
 });
 
-test("a worker that has died is given up, and the end waits for nobody", async () => {
+test("whoever takes the place of a worker that dies says again what that one was at", async () => {
+  const one = await spoken(TEXT);
+  say(TEXT);
+  await until(() => game._speaking_is_ready(), "no sound");
   await worker.terminate();
+  worker = await hired();
+  serve();
+  const again = await heard();
+  assert.ok(again.seconds > one.seconds - 0.1 && again.seconds < 2.2 * one.seconds, `${one.seconds}, ${again.seconds}`);
+  assert.deepEqual(told, []);
+});
+
+test("a worker that does nothing is told of and its text given up, once another is there others are heard", async () => {
   game._speaking_end();
   game._speaking_begin(1000);
-  say("one");
+  await worker.terminate();
+  say(TEXT);
   await until(() => !game._speaking_is_speaking(), "it is never given up");
+  await until(() => told.includes(VOICE_LOST), "nobody is told");
+  worker = await hired();
+  serve();
+  const { seconds, loudest } = await spoken("one");
+  assert.ok(loudest > 0.1 && seconds < 1.2, `${seconds} s, ${loudest}`);
+});
+
+test("the end waits for no worker", async () => {
+  await worker.terminate();
+  say("one");
+  const began = performance.now();
+  game._speaking_end();
+  assert.ok(performance.now() - began < PATIENCE_MS / 2);
+  game._speaking_begin(1000);
 });

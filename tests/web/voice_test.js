@@ -30,8 +30,11 @@ async function untilSilence(player, from) {
   }
 }
 
-async function atTheMenuWith(voice) {
-  const player = await visitor(withRecorder);
+async function atTheMenuWith(voice, prepare = async (_page) => {}) {
+  const player = await visitor(async (page) => {
+    await withRecorder(page);
+    await prepare(page);
+  });
   await player.start({ voice });
   await pastTheTitle(player);
   await untilSilence(player, await recorded(player));
@@ -103,6 +106,46 @@ check("the game waits for its last words", async () => {
   assert.ok(said > 2, `${said} s of sound`);
   await player.press("Enter");
   await pastTheTitle(player);
+});
+
+/** The first worker of the voice dies in the middle of its first text; all of them are in `window.speakers`. */
+function withMortalVoice(page) {
+  return page.evaluateOnNewDocument(() => {
+    const READ = 2;  // where the worker waits for room
+    window.speakers = [];
+    window.Worker = class extends Worker {
+      constructor(address, options) {
+        const isSpeaker = String(address).includes("speaker");
+        const mortal = () => URL.createObjectURL(new Blob([`
+          const wait = Atomics.wait;
+          Atomics.wait = (memory, index, value) => {
+            if (index === ${READ}) throw new Error("dies");
+            return wait(memory, index, value);
+          };
+          await import("${new URL(String(address), location.href)}");`], { type: "text/javascript" }));
+        super(isSpeaker && !window.speakers.length ? mortal() : address, options);
+        if (isSpeaker) window.speakers.push(this);
+      }
+    };
+  });
+}
+
+check("a voice that dies, and one that falls silent, are replaced", async () => {
+  const player = await atTheMenuWith("embedded", withMortalVoice);
+  const speakers = () => player.page.evaluate(() => window.speakers.length);
+  const isHeard = async (key) => {
+    const from = await recorded(player);
+    await player.answers(key, "");
+    return secondsOfSound(await untilSilence(player, from)) > 0.3;
+  };
+  await player.until(() => window.speakers.length === 2);
+  assert.ok(await isHeard("ArrowUp"), "the second one");
+  await player.page.evaluate(() => window.speakers.at(-1).terminate());
+  for (let i = 0; i < 10 && await speakers() < 3; ++i) {
+    await player.answers("ArrowDown", "");  // the game waits ten seconds for its sound
+    await pass(12000);
+  }
+  assert.ok(await isHeard("ArrowUp") || await isHeard("ArrowUp"), `the third one of ${await speakers()}`);
 });
 
 check("without the voice's data the others are offered", async () => {

@@ -29,7 +29,8 @@ enum class Tell {
   kRemove = 6,     ///< number: of the request; name
   kEnded = 7,      ///< number: exit status
   kDiagnosis = 8,  ///< what would go to standard error
-  kRumble = 9      ///< number: of the controller; strength of the heavy and the light motor, milliseconds
+  kRumble = 9,     ///< number: of the controller; strength of the heavy and the light motor, milliseconds
+  kVoiceLost = 10  ///< the worker at the desk does not answer
 };
 
 /// Sound on its way to the worklet, which reads it by this layout (`site/worklet.js`):

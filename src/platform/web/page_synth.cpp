@@ -35,6 +35,7 @@ void wake(std::atomic<std::int32_t>& word) {
 
 PageSynth::PageSynth(Page& page, std::chrono::milliseconds patience)
     : SpeechSynth(page.synthRate, page.synthVoices, "the page has no embedded voice"),
+      page_(page),
       desk_(page.desk),
       patience_(patience) {}
 
@@ -91,6 +92,7 @@ void PageSynth::waitForNews(std::int32_t news, const std::string& text) {
   if (emscripten_futex_wait(&desk_.news, static_cast<std::uint32_t>(news),
                             static_cast<double>(patience_.count())) == -ETIMEDOUT) {
     drop();
+    page_.tell(Tell::kVoiceLost);
     throw PlatformError("Speak", text, "the page's voice does not answer");
   }
 }

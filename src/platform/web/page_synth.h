@@ -13,7 +13,8 @@ namespace vorn {
 class PageSynth : public SpeechSynth {
  public:
   /// With the voices that the page has given. The page is not owned. `patience`: how
-  /// long the worker may do nothing before a text is given up, with a `PlatformError`.
+  /// long the worker may do nothing before the page is told to replace it and the text is
+  /// given up, with a `PlatformError`.
   explicit PageSynth(Page& page, std::chrono::milliseconds patience = std::chrono::seconds(10));
 
  private:
@@ -23,6 +24,7 @@ class PageSynth : public SpeechSynth {
   void drop();
   void waitForNews(std::int32_t news, const std::string& text);
 
+  Page& page_;
   SpeakerDesk& desk_;
   const std::chrono::milliseconds patience_;
   std::string order_;  ///< what the worker reads

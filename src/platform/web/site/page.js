@@ -7,7 +7,8 @@ import { BrowserVoice, EmbeddedVoice, ReaderVoice } from "./voices.js";
 /** @typedef {import("./voices.js").Voice} Voice */
 
 /** What the game tells; the numbers are those of `Tell` in page.h. */
-const CAPTION = 0, SPOKEN = 1, SAY = 2, SILENCE = 3, BOX = 4, STORE = 5, REMOVE = 6, ENDED = 7, DIAGNOSIS = 8, RUMBLE = 9;
+const CAPTION = 0, SPOKEN = 1, SAY = 2, SILENCE = 3, BOX = 4, STORE = 5, REMOVE = 6, ENDED = 7, DIAGNOSIS = 8, RUMBLE = 9,
+  VOICE_LOST = 10;
 
 const CAPTION_LINES = 4;
 const PAD_EVERY_MS = 8;
@@ -276,6 +277,7 @@ function listener(from, voice, ended) {
     else if (what === ENDED) ended(number);
     else if (what === DIAGNOSIS) console.error(text);
     else if (what === RUMBLE) rumble(number, text);
+    else if (what === VOICE_LOST && voice instanceof EmbeddedVoice) void voice.replaceWorker();
   };
 }
 

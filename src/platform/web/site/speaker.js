@@ -53,7 +53,10 @@ function spoken(library, text) {
   return Float32Array.from(sound, (sample) => sample / 32768);
 }
 
-/** For as long as the worker lives. @param {Library} library @param {SharedArrayBuffer} memory @param {number} at */
+/**
+ * For as long as the worker lives. Whoever takes the place of one that has died says again what that one was at.
+ * @param {Library} library @param {SharedArrayBuffer} memory @param {number} at
+ */
 function serve(library, memory, at) {
   const desk = new Int32Array(memory, at, HEADER_BYTES / 4);
   const ring = new Int16Array(memory, at + HEADER_BYTES, SAMPLES);
@@ -62,27 +65,32 @@ function serve(library, memory, at) {
     Atomics.add(desk, NEWS, 1);
     Atomics.notify(desk, NEWS);
   };
-  for (let order = 1; ; ++order) {
+  let order = Atomics.load(desk, DONE) + 1;
+  const isDropped = () => Atomics.load(desk, DROPPED) === order;
+  /** @param {Int16Array} samples */
+  const write = (samples) => {
+    for (let from = 0; from < samples.length;) {
+      const read = Atomics.load(desk, READ);
+      if (isDropped()) return true;
+      const written = Atomics.load(desk, WRITTEN), at = written & (SAMPLES - 1);
+      const count = Math.min(samples.length - from, SAMPLES - (written - read | 0), SAMPLES - at);
+      if (count === 0) {
+        Atomics.wait(desk, READ, read);
+        continue;
+      }
+      ring.set(samples.subarray(from, from + count), at);
+      from += count;
+      Atomics.store(desk, WRITTEN, written + count);
+      tell();
+    }
+    return false;
+  };
+  for (;; ++order) {
     while (Atomics.load(desk, ASKED) < order) Atomics.wait(desk, ASKED, order - 1);
     const bytes = new Uint8Array(memory, desk[ORDER], desk[ORDER_BYTES]).slice();
     const [voice, text] = decoder.decode(bytes).split("\0");
-    speak(library, text, { voice, wordsAMinute: desk[WORDS_A_MINUTE], volume: desk[VOLUME] }, (samples) => {
-      for (let from = 0; from < samples.length;) {
-        const read = Atomics.load(desk, READ);
-        if (Atomics.load(desk, DROPPED) === order) return true;
-        const written = Atomics.load(desk, WRITTEN), at = written & (SAMPLES - 1);
-        const count = Math.min(samples.length - from, SAMPLES - (written - read | 0), SAMPLES - at);
-        if (count === 0) {
-          Atomics.wait(desk, READ, read);
-          continue;
-        }
-        ring.set(samples.subarray(from, from + count), at);
-        from += count;
-        Atomics.store(desk, WRITTEN, written + count);
-        tell();
-      }
-      return false;
-    });
+    // One that killed the worker before this is dropped in time, and not spoken once more.
+    if (!isDropped()) speak(library, text, { voice, wordsAMinute: desk[WORDS_A_MINUTE], volume: desk[VOLUME] }, write);
     Atomics.store(desk, DONE, order);
     tell();
   }

@@ -103,6 +103,8 @@ export class EmbeddedVoice {
     /** @type {AudioBufferSourceNode | null} */
     this.playing = null;
     this.timer = 0;
+    /** @type {{memory: SharedArrayBuffer, desk: number} | null} where the game orders */
+    this.place = null;
   }
 
   /** @returns {Promise<EmbeddedVoice | null>} null where it cannot be had */
@@ -139,10 +141,26 @@ export class EmbeddedVoice {
 
   /** From now on the game orders. @param {SharedArrayBuffer} memory @param {number} desk where in it */
   serve(memory, desk) {
-    this.worker.postMessage({ memory, desk });
+    this.place = { memory, desk };
+    this.worker.onerror = () => void this.replaceWorker();
+    this.worker.postMessage(this.place);
+  }
+
+  /** By one that goes on where the game's orders have got to. */
+  async replaceWorker() {
+    this.worker.terminate();
+    const place = this.place;
+    const other = await EmbeddedVoice.open();
+    if (place && other && this.place === place) {
+      this.worker = other.worker;
+      this.serve(place.memory, place.desk);
+    } else {
+      other?.close();  // another one was quicker, or the game has ended
+    }
   }
 
   close() {
+    this.place = null;
     this.worker.terminate();
   }
 }
