@@ -19,6 +19,8 @@ struct ParsedReal {
 /// exponent. Nothing where there is none or where it fits no double.
 std::optional<ParsedReal> parseReal(std::string_view text);
 
+constexpr std::size_t kLongestReal = 700;  ///< characters: the largest double and 340 decimals
+
 /// `value`, finite, with `decimals` digits behind the point (0 .. 340) and no exponent.
 std::string fixedText(double value, int decimals);
 

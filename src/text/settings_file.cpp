@@ -34,7 +34,7 @@ std::optional<double> number(std::string_view item) {
   item = item.substr(first, item.find_last_not_of(kBlanks) - first + 1);
   if (item.front() == '+') item.remove_prefix(1);
   const auto parsed = parseReal(item);
-  if (!parsed || parsed->length != item.size() || !std::isfinite(parsed->value)) return {};
+  if (!parsed || parsed->length != item.size()) return {};
   return parsed->value;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -181,9 +180,7 @@ Steps parseGet(Line& line) {
 
 Steps parseSet(Line& line) {
   std::string name(line.word("the field"));
-  const auto value = takeReal(line, "the value");
-  if (!std::isfinite(value)) throw ScriptError("the value is not finite");
-  return {step::SetField{std::move(name), value}};
+  return {step::SetField{std::move(name), takeReal(line, "the value")}};
 }
 
 Steps parseEcho(Line& line) {

@@ -157,8 +157,8 @@ TEST(Script, WhatCannotBeUnderstoodIsRefusedWithAReason) {
   EXPECT_THAT(refusal("get"), HasSubstr("missing"));
   EXPECT_THAT(refusal("set speed"), HasSubstr("missing"));
   EXPECT_THAT(refusal("set speed fast"), HasSubstr("fast"));
-  EXPECT_THAT(refusal("set speed inf"), HasSubstr("finite"));
-  EXPECT_THAT(refusal("set speed nan"), HasSubstr("finite"));
+  EXPECT_THAT(refusal("set speed inf"), HasSubstr("not a number that fits"));
+  EXPECT_THAT(refusal("set speed nan"), HasSubstr("not a number that fits"));
   EXPECT_THAT(refusal("close now"), HasSubstr("now"));
   EXPECT_THAT(refusal("end 3"), HasSubstr("3"));
 }
