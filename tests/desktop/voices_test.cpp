@@ -110,6 +110,14 @@ class OwnVoice : public testing::Test {
     yieldFor(200ms);  // the recorder is behind
     return recording.secondsOfSound(start);
   }
+  /// Whether it is so at one of a few attempts: on a busy machine speech stumbles, but not all the time.
+  static bool isSoAtTimes(const std::function<bool()>& condition) {
+    for (int i = 0; i < 5; ++i) {
+      if (condition()) return true;
+    }
+    return false;
+  }
+  static bool isNear(double value, double other) { return std::abs(value - other) < other / 10; }
   void sayForAMinute() {
     for (int i = 0; i < 12; ++i) voice->Speak(kText, speak_flags::kQueue);
   }
@@ -187,12 +195,13 @@ TEST_F(OwnVoice, APurgeSilencesItAndTheNextTextIsHeard) {
 
 TEST_F(OwnVoice, SettingsAreThoseOfTheCall) {
   open();
-  const double normal = soundOf(kText);
-  voice->setRate(5);
-  const double fast = soundOf(kText);
-  voice->setRate(0);
-  EXPECT_NEAR(normal / fast, 1.8, 0.3);
-  EXPECT_NEAR(soundOf(kText), normal, normal / 10);
+  EXPECT_TRUE(isSoAtTimes([this] {
+    const double normal = soundOf(kText);
+    voice->setRate(5);
+    const double fast = soundOf(kText);
+    voice->setRate(0);
+    return isNear(normal / fast, 1.8) && isNear(soundOf(kText), normal);
+  }));
   voice->setVolume(0);
   const double silent = recording.now();
   voice->Speak(kText, speak_flags::kSynchronous);
@@ -203,11 +212,13 @@ TEST_F(OwnVoice, AnotherVoiceSpeaksOtherwiseAndTheFirstOneIsFoundAgain) {
   open();
   const auto other = std::find(names.begin(), names.end(), "Lithuanian");
   ASSERT_NE(other, names.end());
-  const double own = soundOf(kText);
-  voice->setVoice(static_cast<int>(other - names.begin()));
-  EXPECT_GT(std::abs(soundOf(kText) - own), own / 10);
-  voice->setVoice(0);
-  EXPECT_NEAR(soundOf(kText), own, own / 10);
+  EXPECT_TRUE(isSoAtTimes([&] {
+    const double own = soundOf(kText);
+    voice->setVoice(static_cast<int>(other - names.begin()));
+    const bool isAnother = !isNear(soundOf(kText), own);
+    voice->setVoice(0);
+    return isAnother && isNear(soundOf(kText), own);
+  }));
 }
 
 TEST_F(OwnVoice, IsHeardSoonAfterTheRequest) {
@@ -226,10 +237,7 @@ TEST_F(OwnVoice, IsHeardSoonAfterTheRequest) {
     std::cout << "from the request to the sound, ms: half within " << delays[5] << std::endl;
     return delays[5];
   };
-  // A machine may be too busy for that, but not all the time.
-  bool isSoon = false;
-  for (int attempt = 0; attempt < 5 && !isSoon; ++attempt) isSoon = medianDelay() < 60;
-  EXPECT_TRUE(isSoon);
+  EXPECT_TRUE(isSoAtTimes([&] { return medianDelay() < 60; }));
 }
 
 TEST_F(OwnVoice, KilledInMidSentenceItIsReplacedAndTheSentenceRepeated) {
