@@ -99,7 +99,7 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
   Files& files() override { return inner().files(); }
 
   void readSettings(const CodriverOptions& options);
-  void keepSettings();
+  void keepSettings(const AidSet& before);
   bool takeFunctionKey(int number);
   void sayWhere();
   void sayAids();
@@ -114,6 +114,7 @@ class Codriver : public CodriverPlatform, private EventReceiver, private Cockpit
 
   Seat seat_;
   AidSettings settings_;
+  AidSet ownAids_{};          ///< as the player has them; options may put others in their place for a session
   bool isForgotten_ = false;  ///< the file was damaged, and nobody knows yet
   bool introducesItself_ = false;
   std::vector<std::unique_ptr<Aid>> aids_;
@@ -287,11 +288,18 @@ void Codriver::readSettings(const CodriverOptions& options) {
   const auto kept = keptAids(files());
   isForgotten_ = hasFile && !kept;
   settings_ = kept.value_or(AidSettings{});
+  ownAids_ = settings_.aids;
   if (options.aids) settings_.aids = *options.aids;
 }
 
-void Codriver::keepSettings() {
-  if (!carryOn([&] { files().write(kAidFile, aidFileText(settings_)); })) {
+/// Those that the player has switched since `before` are his own from now on.
+void Codriver::keepSettings(const AidSet& before) {
+  AidSettings kept = settings_;
+  for (std::size_t i = 0; i < kAidKinds; ++i) {
+    if (before[i] != settings_.aids[i]) ownAids_[i] = settings_.aids[i];
+  }
+  kept.aids = ownAids_;
+  if (!carryOn([&] { files().write(kAidFile, aidFileText(kept)); })) {
     tell(" The co-driver's settings could not be kept. ");
   }
 }
@@ -441,11 +449,12 @@ void Codriver::sayAids() {
 }
 
 void Codriver::switchAid(AidKind kind) {
+  const AidSet before = settings_.aids;
   settings_.turn(kind, !settings_.isOn(kind));
   tones_.silence();
   tell(std::string(" ") + kAidNames[static_cast<std::size_t>(kind)].spoken +
        (settings_.isOn(kind) ? " on " : " off "));
-  keepSettings();
+  keepSettings(before);
 }
 
 /// The game stands in its menu's yield meanwhile, and hears nothing of it.
@@ -461,7 +470,7 @@ void Codriver::openMenu() {
     runCodriverMenu(cabin);
     if (aidFileText(before) != aidFileText(settings_)) {
       for (WatchedBuffer* buffer : buffers_) buffer->place();
-      keepSettings();
+      keepSettings(before.aids);
     }
     waitForHandsOff();
   }

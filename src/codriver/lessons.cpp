@@ -25,7 +25,7 @@ bool isLeft(const TickReport& tick) {
   return tick.lateralPosition < 50;
 }
 
-/// Stays in the middle third of the road for three seconds.
+/// Stays in the middle fifth of the road for three seconds.
 class MiddleJudge : public LessonJudge {
   LessonVerdict judge(const TickReport& tick) override {
     constexpr double kTolerance = 10;  // lateral units

@@ -192,6 +192,24 @@ TEST(InARace, AidsAreSwitchedAndKept) {
   EXPECT_EQ(session.folder.read("vorn1aid.cfg"), aidFileText(kept));
 }
 
+TEST(InARace, AidsForASessionAreNotKeptWithThoseThatAreSwitched) {
+  Session session;
+  AidSettings own;
+  own.turn(AidKind::kLapTimes, true);
+  session.folder.write("vorn1aid.cfg", aidFileText(own));
+  AidSet given{};
+  given[static_cast<std::size_t>(AidKind::kTurnCalls)] = given[static_cast<std::size_t>(AidKind::kLapTimes)] =
+      1;
+  session.codriver = CodriverOptions{.aids = given};
+  session.script(offTheGrid(1, Device::kKeys))
+      .script("tap F4\nwait say  slider on \ntap F7\nwait say  off \nend")
+      .run();
+  EXPECT_EQ(session.exitStatus(), 0) << session.diagnostics();
+  own.turn(AidKind::kSlider, true);
+  own.turn(AidKind::kLapTimes, false);
+  EXPECT_EQ(session.folder.read("vorn1aid.cfg"), aidFileText(own));
+}
+
 // --- Function keys, wherever the game may be
 
 constexpr int kFunctionKeys = 9;  // that the co-driver has a use for
