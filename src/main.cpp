@@ -141,7 +141,8 @@ int play(std::vector<std::string> arguments) {
   std::string folder;
   app.name("vorn1");
   usePlainHelp(app);
-  app.footer("Up and Enter start a race; the manual tells the rest: docs/manual.md, beside the game manual.html.");
+  app.footer(
+      "Up and Enter start a race; the manual tells the rest: docs/manual.md, beside the game manual.html.");
   app.set_help_flag("-h,--help", "say which options there are, and end");
   app.set_version_flag("--version", "Vorn 1 TTS " VORN_VERSION, "say which version this is, and end");
   addFolderOption(app, folder);
