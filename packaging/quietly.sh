@@ -9,11 +9,13 @@ quietly() {
   said=$(mktemp)
   (
     seconds=0
-    while sleep "${VORN_TELL_EVERY:-10}" >/dev/null 2>&1; do
+    # A script that was stopped leaves nobody who would end this.
+    while sleep "${VORN_TELL_EVERY:-10}" >/dev/null 2>&1 && kill -0 $$ 2>/dev/null; do
       seconds=$((seconds + ${VORN_TELL_EVERY:-10}))
       figures=$(sed -n 's|^\[\([0-9]*\)/\([0-9]*\)\].*|\1 of \2|p' "$said" | tail -n 1)
       echo "$what: ${figures:-$seconds seconds}."
     done
+    kill -0 $$ 2>/dev/null || rm -f "$said"
   ) &
   teller=$!
   status=0
