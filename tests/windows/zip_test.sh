@@ -8,9 +8,8 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 prefix=$1 build=$2 sounds=$3
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-
 . "$here/at_desktop.sh"
+trap clean_up EXIT
 
 "$here/../../packaging/windows/build" --build "$build" --sounds "$sounds" --output "$work" >/dev/null
 place="$work/Závody 赛车"
@@ -25,8 +24,7 @@ forget
 cd /
 play "$place/vorn1/vorn1.exe"
 hear ' Select. Exit Game. '
-press Return
-end
+leave
 own=$(own_folder)
 [[ -s $own/vorn1log.txt ]] || fail 'There is no log in the folder for players'
 cmp "$own/vorn1.wav" "$place/vorn1/sounds/vorn1.wav"
