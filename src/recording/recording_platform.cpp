@@ -4,12 +4,14 @@
 #include <chrono>
 #include <fstream>
 #include <functional>
+#include <iostream>
 #include <utility>
 
 #include "platform/common/folder_files.h"
 #include "platform/common/forwarding_devices.h"
 #include "platform/common/forwarding_platform.h"
 #include "platform/common/random.h"
+#include "platform/common/system_clock.h"
 #include "platform/headless/options.h"
 #include "platform/headless/trace.h"
 #include "platform/headless/virtual_clock.h"
@@ -126,10 +128,11 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
   RecordingPlatform(Platform& inner, const fs::path& script, std::string furtherOptions)
       : ForwardingPlatform(inner),
         furtherOptions_(std::move(furtherOptions)),
+        script_(script),
         file_(newFile(script)),
         writer_(file_),
         recorder_(writer_),
-        seed_(static_cast<std::uint64_t>(chr::system_clock::now().time_since_epoch().count())),
+        seed_(clockSeed()),
         random_(seed_),
         date_(inner.today()),
         time_(static_cast<int>(inner.secondsSinceMidnight())),
@@ -144,6 +147,8 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
     inner().setEventReceiver(nullptr);
     recorder_.settle();
     writer_.finish();
+    if (!file_.flush())
+      std::cerr << script_.string() << " is not whole: it could not be written to its end." << std::endl;
   }
   RecordingPlatform(const RecordingPlatform&) = delete;
   RecordingPlatform& operator=(const RecordingPlatform&) = delete;
@@ -188,6 +193,7 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
   }
 
   const std::string furtherOptions_;
+  const fs::path script_;
   std::ofstream file_;
   ScriptWriter writer_;
   InputRecorder recorder_;

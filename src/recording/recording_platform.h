@@ -16,7 +16,7 @@ namespace vorn {
 ///
 /// Meanwhile the game's clock counts yields, a millisecond each, as that of a headless session does, and each
 /// yield that may wait takes a real one. Throws `PlatformError` where `script` exists already or cannot be
-/// written.
+/// written; where it cannot be written to its end, standard error says so at the end.
 std::unique_ptr<Platform> makeRecordingPlatform(Platform& inner, const std::filesystem::path& script,
                                                 const std::string& furtherOptions = "");
 

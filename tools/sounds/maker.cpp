@@ -74,17 +74,19 @@ struct Worker {
   _exit(status);
 }
 
-/// Starts a worker; returns its process number.
-pid_t startWorker(const Recipe& recipe, const std::string& folder, std::map<pid_t, Worker>& running) {
+void startWorker(const Recipe& recipe, const std::string& folder, std::map<pid_t, Worker>& running) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw systemError("cannot make a pipe");
   std::fflush(nullptr);
   const pid_t process = fork();
-  if (process < 0) throw systemError("cannot start a process");
+  if (process < 0) {
+    const auto problem = systemError("cannot start a process");
+    for (const int end : ends) close(end);
+    throw problem;
+  }
   if (process == 0) work(recipe, folder, ends[1]);
   close(ends[1]);
   running[process] = {&recipe, ends[0]};
-  return process;
 }
 
 std::string readAll(int file) {
@@ -111,8 +113,13 @@ std::vector<Failure> makeSounds(std::span<const Recipe* const> recipes, const st
   int count = 0;
   while (!running.empty() || (!waiting.empty() && failures.empty())) {
     if (!waiting.empty() && failures.empty() && static_cast<int>(running.size()) < workers) {
-      startWorker(*waiting.back(), folder, running);
+      const Recipe& next = *waiting.back();
       waiting.pop_back();
+      try {
+        startWorker(next, folder, running);
+      } catch (const std::exception& error) {
+        failures.push_back({std::string(next.name), error.what()});  // those that run are waited for
+      }
       continue;
     }
     int status = 0;

@@ -91,6 +91,7 @@ void writePack(const std::string& folder, const std::string& file) {
     const std::string bytes = contentOf(folder + "/" + name);
     const std::size_t header = layout.header.size(),
                       end = header + static_cast<std::size_t>(layout.dataBytes);
+    if (bytes.size() < end) throw std::runtime_error(name + " is too short");
     const std::string flac =
         asFlac(samplesOf(bytes.substr(header, end - header), layout.format), layout.format);
     const auto number = [](const char* what, std::size_t value) {

@@ -28,47 +28,52 @@ auto retried(Call call) {
   }
 }
 
-/// An open regular file; closing is never skipped. Whatever else stands in its
-/// place is refused without waiting for it.
+/// Closes what it has opened, in whatever way it ends; negative where it has opened nothing.
+struct Descriptor {
+  explicit Descriptor(int opened) : number(opened) {}
+  ~Descriptor() {
+    if (number >= 0) ::close(number);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  const int number;
+};
+
+/// An open regular file. Whatever else stands in its place is refused without waiting for it.
 class OpenFile {
  public:
   OpenFile(const char* call, const std::string& name, const fs::path& path, int flags)
       : call_(call),
         name_(name),
-        descriptor_(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666); })) {
-    if (descriptor_ < 0) fail();
-    if (!S_ISREG(status().st_mode)) {
-      ::close(descriptor_);
-      throw PlatformError(call_, name_, kNoRegularFile);
-    }
+        file_(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666); })) {
+    if (file_.number < 0) fail();
+    if (!S_ISREG(status().st_mode)) throw PlatformError(call_, name_, kNoRegularFile);
   }
-  ~OpenFile() { ::close(descriptor_); }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
 
   struct stat status() const {
     struct stat result;
-    if (::fstat(descriptor_, &result) != 0) fail();
+    if (::fstat(file_.number, &result) != 0) fail();
     return result;
   }
   off_t size() const { return status().st_size; }
   /// All its bytes, or as many as `atMost`.
   std::string read(std::size_t atMost) const {
     return readAll(static_cast<std::uint64_t>(size()), atMost, [this](char* to, std::size_t most) {
-      return counted(retried([&] { return ::read(descriptor_, to, most); }));
+      return counted(retried([&] { return ::read(file_.number, to, most); }));
     });
   }
   void write(std::string_view bytes) const {
     writeAll(bytes, [this](const char* from, std::size_t most) {
-      return counted(retried([&] { return ::write(descriptor_, from, most); }));
+      return counted(retried([&] { return ::write(file_.number, from, most); }));
     });
   }
   void reachDisk() const {
-    if (retried([&] { return ::fsync(descriptor_); }) != 0) fail();
+    if (retried([&] { return ::fsync(file_.number); }) != 0) fail();
   }
-  void setMode(mode_t mode) const { (void)::fchmod(descriptor_, mode); }  // a wish: some disks know no modes
+  void setMode(mode_t mode) const { (void)::fchmod(file_.number, mode); }  // a wish: some disks know no modes
   void cutTo(off_t length) const {
-    (void)retried([&] { return ::ftruncate(descriptor_, length); });
+    (void)retried([&] { return ::ftruncate(file_.number, length); });
   }
 
  private:
@@ -80,15 +85,14 @@ class OpenFile {
 
   const char* call_;
   const std::string& name_;
-  int descriptor_;
+  Descriptor file_;
 };
 
 /// A renamed or new entry survives a power cut only once its folder is on the disk.
 void folderReachesDisk(const fs::path& folder) {
-  const int descriptor = retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-  if (descriptor < 0) return;
-  (void)retried([&] { return ::fsync(descriptor); });
-  ::close(descriptor);
+  const Descriptor descriptor(
+      retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+  if (descriptor.number >= 0) (void)retried([&] { return ::fsync(descriptor.number); });
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "platform/common/disk_file.h"
+#include "platform/common/file_names.h"
 #include "platform/common/utf8_path.h"
 #include "platform/common/whole_bytes.h"
 #include "platform/errors.h"
@@ -120,9 +121,7 @@ bool isDevice(std::string name) {
   constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul", "conin$", "conout$"};
   name.resize(std::min(name.find('.'), name.size()));
   name.resize(name.find_last_not_of(' ') + 1);
-  for (char& c : name) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
+  name = lowerCased(name);
   const bool isNumbered = name.size() == 4 && name[3] >= '0' && name[3] <= '9';
   return (isNumbered && (name.starts_with("com") || name.starts_with("lpt"))) ||
          std::count(std::begin(kDevices), std::end(kDevices), name) > 0;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/common/disk_file.h"
+#include "platform/common/file_names.h"
 #include "platform/common/utf8_path.h"
 #include "platform/errors.h"
 
@@ -18,14 +19,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kMostBytes = std::size_t{64} << 10;      ///< of settings and records
 constexpr std::size_t kMostTextBytes = std::size_t{16} << 20;  ///< of the log and the summary
 constexpr std::size_t kMostSoundBytes = std::size_t{256} << 20;
-
-std::string lowerCased(std::string_view text) {
-  std::string lowered(text);
-  for (char& c : lowered) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lowered;
-}
 
 std::size_t mostBytesOf(const std::string& name) {
   return lowerCased(name).ends_with(".txt") ? kMostTextBytes : kMostBytes;
@@ -103,20 +96,7 @@ std::optional<std::string> FolderFiles::find(const std::string& name) {
 }
 
 std::vector<std::string> FolderFiles::list(const std::string& prefix, const std::string& suffix) {
-  const std::string begin = lowerCased(prefix);
-  const std::string end = lowerCased(suffix);
-  std::vector<std::pair<std::string, std::string>> found;  // the lowered name decides the order
-  for (std::string& name : regularFiles(folder_, [](const std::string&) { return true; })) {
-    std::string lowered = lowerCased(name);
-    if (lowered.size() >= begin.size() + end.size() && lowered.starts_with(begin) && lowered.ends_with(end)) {
-      found.emplace_back(std::move(lowered), std::move(name));
-    }
-  }
-  std::sort(found.begin(), found.end());
-  std::vector<std::string> names;
-  names.reserve(found.size());
-  for (auto& entry : found) names.push_back(std::move(entry.second));
-  return names;
+  return namesBetween(regularFiles(folder_, [](const std::string&) { return true; }), prefix, suffix);
 }
 
 fs::path FolderFiles::pathOf(const char* call, const std::string& name) {

@@ -17,6 +17,14 @@ std::tm localTime(system_clock::time_point moment) {
 
 }  // namespace
 
+std::chrono::milliseconds wholeMilliseconds() {
+  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+std::int32_t steadyTickCount() {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
+}
+
 double localSecondsSinceMidnight() {
   const auto now = system_clock::now();
   const std::tm local = localTime(now);

@@ -1,11 +1,17 @@
 /// What the machine's own clock says, in local time.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
 #include "platform/platform.h"
 
 namespace vorn {
+
+/// Of the steady clock.
+std::chrono::milliseconds wholeMilliseconds();
+/// The same as a tick count: it wraps from 2^31 - 1 to -2^31.
+std::int32_t steadyTickCount();
 
 double localSecondsSinceMidnight();  ///< 0 up to 86400
 Date localDate();

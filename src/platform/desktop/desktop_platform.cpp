@@ -132,7 +132,6 @@ class DesktopPlatform : public Platform {
   RumbleSense rumbleSense_;
   SpeechSettings voiceSettings_;
   bool hasHadVoice_ = false;
-  std::unique_ptr<SpeechService> speech_;
   EventReceiver* receiver_ = nullptr;
   bool isHeard_ = true;
   bool isKeyMoved_ = false;
@@ -140,6 +139,7 @@ class DesktopPlatform : public Platform {
   bool hasSpoken_ = false;
   bool isDelayTold_ = false, isMissingTold_ = false;
   std::chrono::steady_clock::time_point lastTick_;  ///< of the car
+  std::unique_ptr<SpeechService> speech_;  ///< the last one, for it reads to the player while it is made
 };
 
 void DesktopPlatform::startProgram(const std::string& name, int) {

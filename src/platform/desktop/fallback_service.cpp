@@ -69,11 +69,13 @@ void FallbackService::switchOver() {
 void FallbackService::sayInstead(const Utterance& utterance) {
   SpeechSettings settings = utterance.settings;
   settings.voice = replacementOf(settings.voice);
+  const bool hasVoices =
+      !second_->voices().empty();  // where it has none, the game goes on with captions alone
   if (std::exchange(isToBeTold_, false)) {
-    second_->say(words_.notice, settings);
+    if (hasVoices) second_->say(words_.notice, settings);
     reader_(words_.notice);
   }
-  second_->say(utterance.text, settings);
+  if (hasVoices) second_->say(utterance.text, settings);
 }
 
 /// The first voice, which suits the game's texts best, stands in for the one that was in use.

@@ -1,5 +1,6 @@
 /// Speaks through one service until it fails, and from then on through another,
-/// which says so once and then what had been left unsaid.
+/// which says so once and then what had been left unsaid. Where that one has no voices
+/// nothing is said any more.
 #pragma once
 
 #include <functional>

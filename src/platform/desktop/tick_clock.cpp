@@ -4,15 +4,13 @@
 
 #include <thread>
 
+#include "platform/common/system_clock.h"
+
 namespace vorn {
 namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-milliseconds wholeMilliseconds() {
-  return std::chrono::floor<milliseconds>(steady_clock::now().time_since_epoch());
-}
 
 /// SDL wakes up to a millisecond late and up to one early.
 constexpr milliseconds kSdlIsLate{2};
@@ -20,7 +18,7 @@ constexpr milliseconds kSdlIsLate{2};
 }  // namespace
 
 std::int32_t TickClock::now() const {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
+  return steadyTickCount();
 }
 
 void TickClock::waitForEvent(int ms) const {

@@ -3,18 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/common/file_names.h"
 #include "platform/errors.h"
 
 namespace vorn {
 namespace {
-
-std::string lowerCased(std::string_view text) {
-  std::string lowered(text);
-  for (char& c : lowered) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lowered;
-}
 
 /// The exact name, else the alphabetically first that differs in case alone.
 std::optional<std::string> nameIn(const StoredFiles::Contents& contents, const std::string& name) {
@@ -35,21 +28,11 @@ std::optional<std::string> StoredFiles::find(const std::string& name) {
 }
 
 std::vector<std::string> StoredFiles::list(const std::string& prefix, const std::string& suffix) {
-  const std::string begin = lowerCased(prefix), end = lowerCased(suffix);
-  std::vector<std::pair<std::string, std::string>> found;  // the lowered name decides the order
-  for (const Contents* contents : {&std::as_const(files_), &sounds_}) {
-    for (const auto& file : *contents) {
-      std::string lowered = lowerCased(file.first);
-      if (lowered.starts_with(begin) && lowered.ends_with(end) &&
-          lowered.size() >= begin.size() + end.size()) {
-        found.emplace_back(std::move(lowered), file.first);
-      }
-    }
-  }
-  std::sort(found.begin(), found.end());
   std::vector<std::string> names;
-  for (auto& [lowered, name] : found) names.push_back(std::move(name));
-  return names;
+  for (const Contents* contents : {&std::as_const(files_), &sounds_}) {
+    for (const auto& file : *contents) names.push_back(file.first);
+  }
+  return namesBetween(std::move(names), prefix, suffix);
 }
 
 const std::string& StoredFiles::bytesOf(const char* call, const std::string& name) const {

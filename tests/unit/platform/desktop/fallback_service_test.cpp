@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/errors.h"
+
 namespace vorn {
 namespace {
 
@@ -39,12 +41,16 @@ struct First : FallibleService {
 
 struct Second : SpeechService {
   explicit Second(Told& log) : told(log) {}
-  std::vector<std::string> voices() override { return {"x", "y", "z"}; }
-  void say(const std::string& text, const SpeechSettings& settings) override { note(told, text, settings); }
+  std::vector<std::string> voices() override { return names; }
+  void say(const std::string& text, const SpeechSettings& settings) override {
+    if (names.empty()) throw PlatformError("Speak", text, "there are no voices");
+    note(told, text, settings);
+  }
   void purge() override { told.push_back("purge"); }
   bool isSpeaking() override { return true; }
 
   Told& told;
+  std::vector<std::string> names = {"x", "y", "z"};
 };
 
 class FallbackServiceTest : public testing::Test {
@@ -54,21 +60,35 @@ class FallbackServiceTest : public testing::Test {
       auto first = std::make_unique<First>(toFirst);
       first_ = first.get();
       first_->failed = isMissing;
+      auto second = std::make_unique<Second>(toSecond);
+      if (isSecondMute) second->names.clear();
       service_ = std::make_unique<FallbackService>(
-          std::move(first), std::make_unique<Second>(toSecond), FallbackWords{"The first", kNotice},
-          mayBeMissing, [this](const std::string& text) { captions.push_back(text); });
+          std::move(first), std::move(second), FallbackWords{"The first", kNotice}, mayBeMissing,
+          [this](const std::string& text) { captions.push_back(text); });
     }
     return *service_;
   }
 
   Told toFirst, toSecond;
   std::vector<std::string> captions;
-  bool isMissing = false;
+  bool isMissing = false, isSecondMute = false;
   First* first_ = nullptr;
 
  private:
   std::unique_ptr<FallbackService> service_;
 };
+
+TEST_F(FallbackServiceTest, WhereTheSecondHasNoVoicesCaptionsGoOnAlone) {
+  isSecondMute = true;
+  service().voices();
+  service().say("one", {});
+  first_->failed = true;
+  EXPECT_NO_THROW(service().isSpeaking());
+  EXPECT_NO_THROW(service().say("two", {}));
+  EXPECT_THAT(toSecond, IsEmpty());
+  EXPECT_THAT(captions, ElementsAre(kNotice));
+  EXPECT_EQ(service().voices().size(), 4U);
+}
 
 TEST_F(FallbackServiceTest, TheFirstSpeaksForAsLongAsItCan) {
   EXPECT_THAT(service().voices(), ElementsAre("a", "b", "c", "d"));
