@@ -147,8 +147,9 @@ class RecordingPlatform : public ForwardingPlatform, private EventReceiver {
     inner().setEventReceiver(nullptr);
     recorder_.settle();
     writer_.finish();
-    if (!file_.flush())
+    if (!file_.flush()) {
       std::cerr << script_.string() << " is not whole: it could not be written to its end." << std::endl;
+    }
   }
   RecordingPlatform(const RecordingPlatform&) = delete;
   RecordingPlatform& operator=(const RecordingPlatform&) = delete;
