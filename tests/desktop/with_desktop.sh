@@ -29,21 +29,31 @@ fi
 renice -n -10 $$ >/dev/null 2>&1
 
 folder=$(mktemp -d "${TMPDIR:-/tmp}/vorn-desktop.XXXXXX") || exit 125
-started=()
+mkdir -p "$folder/run/pulse" "$folder/home"
+chmod 700 "$folder/run"
+
+# Ends what still runs here, and takes the desktop away.
 clean_up() {
-  # A test may have ended the sound server and started another one.
-  [[ -f $folder/run/pulseaudio.pid ]] && kill -KILL "$(<"$folder/run/pulseaudio.pid")" 2>/dev/null
-  for (( i = ${#started[@]} - 1; i >= 0; --i )); do
-    kill "${started[i]}" 2>/dev/null
-    wait "${started[i]}" 2>/dev/null
-  done
-  for daemon in "$folder"/run/*/daemon.pid; do
-    [[ -e $daemon ]] && kill "$(<"$daemon")" 2>/dev/null
-  done
+  local file process i
+  for file in "$folder"/run/*.pid "$folder"/run/*/daemon.pid; do
+    [[ -e $file ]] || continue
+    process=$(<"$file")
+    kill -- "$process"
+    for (( i = 0; i < 100; ++i )); do
+      kill -0 -- "$process" || break
+      sleep 0.05
+    done
+    kill -KILL -- "$process"  # frozen, perhaps
+  done 2>/dev/null
   rm -rf "$folder"
 }
 trap clean_up EXIT
-trap 'exit 125' INT TERM
+trap 'exit 125' INT TERM HUP
+# Where this script is killed, along with all that it has started, somebody else does it.
+setsid --fork bash -c "$(declare -f clean_up)
+  folder=$folder
+  while kill -0 $$ 2>/dev/null; do sleep 1; done
+  clean_up" </dev/null >/dev/null 2>&1
 
 fail() {
   echo "with_desktop.sh: $1" >&2
@@ -62,8 +72,6 @@ wait_until() {
   fail "$what did not come up"
 }
 
-mkdir -p "$folder/run/pulse" "$folder/home"
-chmod 700 "$folder/run"
 export XDG_RUNTIME_DIR=$folder/run HOME=$folder/home
 export PULSE_SERVER=unix:$folder/run/pulse/native
 # No braille display but one of braille_daemon.sh.
@@ -73,7 +81,7 @@ unset WAYLAND_DISPLAY DISPLAY SDL_VIDEODRIVER SDL_AUDIODRIVER PIPEWIRE_REMOTE XD
 
 if [[ $display == yes ]]; then
   Xvfb -displayfd 3 -screen 0 800x600x24 -nolisten tcp -noreset 3>"$folder/display" 2>"$folder/xvfb.log" &
-  started+=($!)
+  echo $! >"$folder/run/xvfb.pid"
   wait_until 'the X server' test -s "$folder/display"
   DISPLAY=:$(<"$folder/display")
   export DISPLAY
@@ -91,12 +99,17 @@ if [[ -n $record ]]; then
   parec -d out.monitor --format=s16le --rate=48000 --channels=2 --latency-msec=5 --raw >"$VORN_RECORDING" \
     2>"$folder/parec.log" &
   recorder=$!
-  started+=("$recorder")
+  echo $recorder >"$folder/run/recorder.pid"
   wait_until 'the recorder' test -s "$VORN_RECORDING"
 fi
 
-"$@"
+# Beside this script, so that a signal ends both at once; what it has started is found by its group. Here, too,
+# it is to read what this script would and to be told of interrupts.
+setsid env --default-signal=INT,QUIT "$@" <&0 &
+echo -$! >"$folder/run/command.pid"
+wait $!
 status=$?
+rm "$folder/run/command.pid"
 
 if [[ -n $record ]]; then
   kill "$recorder"
