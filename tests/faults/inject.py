@@ -82,7 +82,8 @@ LAST_STATUS = 4  # beyond it the shell tells of signals
 class Session:
     def __init__(self, options, script):
         self.options, self.script = options, script
-        self.after, self.output = self.play(None)
+        self.after, (status, output, _) = self.play(None)
+        assert status == 0, f"undisturbed: exit status {status}: {output[-300:]}"
         assert self.after != BEFORE, "the session leaves nothing"
 
     def play(self, fault):

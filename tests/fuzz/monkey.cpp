@@ -294,5 +294,9 @@ int main(int argc, char** argv) {
   }
   std::cout << totals.sessions << " sessions, " << totals.milliseconds / 1000 << " s, " << totals.ticks
             << " car ticks, " << totals.texts << " texts, " << totals.records << " records left\n";
+  if (totals.ticks == 0) {
+    std::cerr << "nobody raced\n";
+    return 1;
+  }
   return 0;
 }

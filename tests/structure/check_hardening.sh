@@ -5,6 +5,7 @@
 #   check_hardening.sh PROGRAM SOURCE_FOLDER CMAKE
 # PROGRAM: made with vorn_hardening; it copies its argument into 16 bytes.
 set -u
+export LC_ALL=C  # what is read below is in English
 program=$1 source=$2 cmake=$3
 failed=0
 fail() {

@@ -14,14 +14,10 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "replays"))
+from replay import options_of
+
 MOST_OFF = 1  # of 32768
-
-
-def options_of(script):
-    for line in script.read_text().splitlines():
-        if line.startswith("# options:"):
-            return line.removeprefix("# options:").split()
-    return []
 
 
 def rendered(program, sounds, script, work):

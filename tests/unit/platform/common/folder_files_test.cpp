@@ -421,12 +421,19 @@ TEST_F(FolderFilesTest, AKilledWriterLeavesTheOldOrTheNewBytes) {
   const std::string newBytes(300000, 'n');
   for (int round = 0; round < 20; ++round) {
     put("record", oldBytes);
+    int begun[2];
+    ASSERT_EQ(pipe(begun), 0);
     const pid_t child = fork();
     if (child == 0) {
       FolderFiles writer(folder.path());
+      (void)!::write(begun[1], "", 1);
       for (;;) writer.write("record", newBytes);
     }
-    usleep(static_cast<useconds_t>(300 + round * 137));
+    char byte = 0;
+    EXPECT_EQ(::read(begun[0], &byte, 1), 1);
+    close(begun[0]);
+    close(begun[1]);
+    usleep(static_cast<useconds_t>(round * 137));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     const std::string found = get("record");
