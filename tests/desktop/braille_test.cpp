@@ -6,14 +6,12 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
 
-#include "platform/desktop/desktop_platform.h"
+#include "desktop/platform_test.h"
 #include "support/program.h"
-#include "support/temporary_folder.h"
 
 namespace vorn {
 namespace {
@@ -56,7 +54,7 @@ class Display {
   std::string shown_;
 };
 
-class BrailleTest : public testing::Test {
+class BrailleTest : public PlatformTest {
  protected:
   BrailleTest() {
     brailleDaemon("start");
@@ -80,19 +78,9 @@ class BrailleTest : public testing::Test {
     voice.reset();
     platform.reset();
   }
-  bool yieldUntil(const std::function<bool()>& condition) {
-    const auto end = steady_clock::now() + 10s;
-    while (!condition()) {
-      if (steady_clock::now() > end) return false;
-      platform->yield(5);
-    }
-    return true;
-  }
   void say(const std::string& text) { voice->Speak(text, speak_flags::kPurge); }
 
-  TemporaryFolder folder;
   std::unique_ptr<Display> display;
-  std::unique_ptr<Platform> platform;
   std::unique_ptr<Voice> voice;
 };
 

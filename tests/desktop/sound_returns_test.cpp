@@ -3,20 +3,17 @@
 #include <SDL_video.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdio.h>
 
 #include <chrono>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <functional>
 #include <numbers>
 #include <string>
-#include <vector>
 
 #include "desktop/driver.h"
+#include "desktop/platform_test.h"
 #include "desktop/player.h"
-#include "platform/desktop/desktop_platform.h"
+#include "desktop/sound_server.h"
 #include "support/wav_maker.h"
 
 namespace vorn {
@@ -28,26 +25,10 @@ using testing::HasSubstr;
 
 constexpr const char* kSoundIsBack = " Sound is back. ";
 
-/// See sound_server.sh.
-void soundServer(const std::string& happening) {
-  ASSERT_EQ(std::system((VORN_SOUND_SERVER " " + happening).c_str()), 0) << happening;
-}
-
 /// The loudest sample of the next `seconds` of what the default sink plays.
 double loudness(double seconds) {
-  const std::string command =
-      "timeout 10 parec -d @DEFAULT_MONITOR@ --format=s16le --rate=48000 --channels=1 --latency-msec=5 --raw "
-      "2>/dev/null | head -c " +
-      std::to_string(2 * static_cast<int>(48000 * seconds));
-  FILE* recorder = popen(command.c_str(), "r");
-  std::vector<std::int16_t> samples(48000);
-  int loudest = 0;
-  while (const std::size_t count = fread(samples.data(), sizeof samples[0], samples.size(), recorder)) {
-    for (std::size_t i = 0; i < count; ++i)
-      loudest = std::max(loudest, std::abs(static_cast<int>(samples[i])));
-  }
-  pclose(recorder);
-  return loudest / 32768.0;
+  const Stereo heard = listen("@DEFAULT_MONITOR@", seconds);
+  return std::max(peak(heard.left), peak(heard.right));
 }
 
 bool isHeardAgain() {
@@ -59,7 +40,7 @@ bool isHeardAgain() {
 }
 
 /// The platform with an engine that never stops, in a thread's place: the test yields.
-class SoundReturns : public testing::Test {
+class SoundReturns : public PlatformTest {
  protected:
   SoundReturns() {
     folder.write("engine.wav", sine(22050));
@@ -82,14 +63,6 @@ class SoundReturns : public testing::Test {
   std::unique_ptr<SoundBuffer> load(const std::string& name) {
     return device->CreateSoundBufferFromFile("engineBuffer", name + ".wav", 224);
   }
-  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 60s) {
-    const auto end = steady_clock::now() + limit;
-    while (!condition()) {
-      if (steady_clock::now() > end) return false;
-      platform->yield(5);
-    }
-    return true;
-  }
   static std::string title() { return SDL_GetWindowTitle(SDL_GetWindowFromID(1)); }
   bool isGone() {
     return yieldUntil([] { return title() == "Race (no sound)"; });
@@ -99,9 +72,6 @@ class SoundReturns : public testing::Test {
            title() == "Race" && isHeardAgain();
   }
 
-  TemporaryFolder folder;
-  std::ostringstream captions;
-  std::unique_ptr<Platform> platform;
   std::unique_ptr<Voice> voice;
   std::unique_ptr<SoundDevice> device;
   std::unique_ptr<SoundBuffer> engine;
@@ -170,15 +140,24 @@ class SoundReturnsTo : public testing::Test {
     folder.write("vorn1ops.cfg", "1\r\n2\r\n2\r\n1\r\n2\r\n1\r\n");
     player.emplace(folder.path());
   }
-  /// A second without sound; then the voice says that it is back, and is heard.
+  /// Once the game has noticed that there is no sound there is some again; then the voice says so, and is
+  /// heard.
   void loseAndFind(const std::string& loss, const std::string& find) {
     soundServer(loss);
-    player->rest(1000);
+    EXPECT_TRUE(isLossNoticed()) << loss;
     soundServer(find);
     const auto start = steady_clock::now();
     player->waitFor(kSoundIsBack);
     EXPECT_LT(steady_clock::now() - start, 20s) << loss;
     EXPECT_GT(loudness(0.8), 0.01) << loss;
+  }
+  bool isLossNoticed() {
+    const auto end = steady_clock::now() + 60s;
+    while (std::system("xdotool getwindowfocus getwindowname | grep -q '(no sound)'") != 0) {
+      if (steady_clock::now() > end) return false;
+      player->rest(50);
+    }
+    return true;
   }
   void startRace() {
     player->enterOneLap();

@@ -10,14 +10,13 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
-#include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "desktop/platform_test.h"
 #include "desktop/player.h"
 #include "desktop/recording.h"
-#include "platform/desktop/desktop_platform.h"
-#include "support/temporary_folder.h"
 
 namespace vorn {
 namespace {
@@ -46,8 +45,14 @@ fs::path keptVoices() {
   return fs::path(std::getenv("HOME")) / ".cache" / "vorn1" / "voices";
 }
 
+/// Whether more programs want a processor than there are: then speech is late, whoever speaks.
+bool isMachineBusy() {
+  double load = 0;
+  return getloadavg(&load, 1) != 1 || load >= std::thread::hardware_concurrency();
+}
+
 /// The platform on a desktop whose Speech Dispatcher runs.
-class OwnVoice : public testing::Test {
+class OwnVoice : public PlatformTest {
  protected:
   ~OwnVoice() override {
     voice.reset();
@@ -73,17 +78,6 @@ class OwnVoice : public testing::Test {
     platform = makeDesktopPlatform(options);
     voice = platform->createVoice();
     names = voice->GetVoices();
-  }
-  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 60s) {
-    const auto end = steady_clock::now() + limit;
-    while (!condition()) {
-      if (steady_clock::now() > end) return false;
-      platform->yield(1);
-    }
-    return true;
-  }
-  void yieldFor(std::chrono::milliseconds time) {
-    yieldUntil([] { return false; }, time);
   }
   bool isSpeaking() { return voice->RunningState() == Voice::kSpeaking; }
   bool isIdleAgain() {
@@ -134,10 +128,7 @@ class OwnVoice : public testing::Test {
     EXPECT_EQ(voice->GetVoices().size(), names.size());
   }
 
-  TemporaryFolder folder;
   Recording recording;
-  std::ostringstream captions;
-  std::unique_ptr<Platform> platform;
   std::unique_ptr<Voice> voice;
   std::vector<std::string> names;
 };
@@ -237,7 +228,8 @@ TEST_F(OwnVoice, IsHeardSoonAfterTheRequest) {
     std::cout << "from the request to the sound, ms: half within " << delays[5] << std::endl;
     return delays[5];
   };
-  EXPECT_TRUE(isSoAtTimes([&] { return medianDelay() < 60; }));
+  const double atMost = isMachineBusy() ? 1000 : 60;
+  EXPECT_TRUE(isSoAtTimes([&] { return medianDelay() < atMost; }));
 }
 
 TEST_F(OwnVoice, KilledInMidSentenceItIsReplacedAndTheSentenceRepeated) {

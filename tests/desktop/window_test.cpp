@@ -1,5 +1,4 @@
-// The real window, keyboard and sound device. To be run on a desktop that is its
-// own: with_desktop.sh --record FILE window_test.
+// The real window, keyboard and sound device. Runs within with_desktop.sh --record.
 
 #include <SDL.h>
 #include <gmock/gmock.h>
@@ -11,13 +10,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 #include <numbers>
-#include <sstream>
 #include <thread>
 
-#include "platform/desktop/desktop_platform.h"
-#include "support/temporary_folder.h"
+#include "desktop/platform_test.h"
 #include "support/wav_maker.h"
 
 namespace vorn {
@@ -70,7 +66,7 @@ const std::string kLongText = [] {
   return text;
 }();
 
-class WindowTest : public testing::Test {
+class WindowTest : public PlatformTest {
  protected:
   WindowTest() {
     folder.write("vorn1.wav", makeWav(22050, {}, [](int frame) {
@@ -86,6 +82,7 @@ class WindowTest : public testing::Test {
     window = outputOf("getwindowfocus");
     window.pop_back();  // the line's end
   }
+  ~WindowTest() override { platform.reset(); }  // before those whom it tells
   std::string captionSeenFromOutside() const { return outputOf("getwindowname " + window); }
   /// As a window manager does.
   static void askToClose() {
@@ -100,19 +97,6 @@ class WindowTest : public testing::Test {
       if (steady_clock::now() > end) return false;
     }
     return true;
-  }
-  bool yieldUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 30s) {
-    const auto end = steady_clock::now() + limit;
-    while (!condition()) {
-      if (steady_clock::now() > end) {
-        return false;
-      }
-      platform->yield(5);
-    }
-    return true;
-  }
-  void yieldFor(std::chrono::milliseconds time) {
-    yieldUntil([] { return false; }, time);
   }
   /// The loudest of the samples that the sound server plays in the next `ms` of its own time.
   double loudness(int ms) {
@@ -146,10 +130,7 @@ class WindowTest : public testing::Test {
     return buffer;
   }
 
-  TemporaryFolder folder;
-  std::ostringstream captions;
   Recorder recorder;
-  std::unique_ptr<Platform> platform;
   std::string window;  ///< as the X server numbers it
 };
 
@@ -279,29 +260,38 @@ TEST_F(WindowTest, WithoutTheFocusGameSoundsAreMuteTheVoiceIsNotAndKeysGoElsewhe
 }
 
 TEST_F(WindowTest, LosingTheFocusIsSaidInARaceAndOnlyThere) {
-  const auto turnAway = [this] {
+  bool isRacing = false;
+  const auto race = [&] {
+    if (isRacing) platform->carTicked({});
+  };
+  const auto turnAway = [&] {
     OtherWindow other;
     EXPECT_TRUE(yieldUntil([&] {
+      race();
       other.take();
       return SDL_GetKeyboardFocus() != nullptr && SDL_GetWindowID(SDL_GetKeyboardFocus()) != 1;
     }));
     yieldFor(50ms);
   };
-  const auto turnBack = [this] {
+  const auto turnBack = [&] {
     xdotool("windowfocus " + window);
-    EXPECT_TRUE(yieldUntil([] { return SDL_GetKeyboardFocus() != nullptr; }));
+    race();
+    EXPECT_TRUE(yieldUntil([&] {
+      race();
+      return SDL_GetKeyboardFocus() != nullptr;
+    }));
     yieldFor(50ms);
   };
   turnAway();
   turnBack();
   EXPECT_EQ(captions.str(), "") << "a menu waits";
-  platform->carTicked({});
+  isRacing = true;
   turnAway();
   EXPECT_EQ(captions.str(), " The window is in the background. \n");
   EXPECT_GT(loudness(700), 0.1);
-  platform->carTicked({});
   turnBack();
   EXPECT_EQ(captions.str(), " The window is in the background. \n The window is in front again. \n");
+  isRacing = false;
   yieldFor(2100ms);  // the race has ended
   turnAway();
   turnBack();
