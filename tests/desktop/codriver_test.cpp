@@ -40,8 +40,7 @@ TEST(Codriver, TellsOfItselfAndOpensItsMenuAtF2) {
   player.answer("Escape");
   player.waitFor(" Select. Exit Game. ");
   player.rest(500);
-  player.answer("Enter");
-  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  player.move("Enter", " Thank you for playing Vorn 1 tts, By Ostrin. ");
   EXPECT_EQ(player.waitForEnd(), 0);
 }
 

@@ -23,23 +23,34 @@ using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 using testing::HasSubstr;
 
-constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
-
-/// Waits for the end of a child, at most `limit`. Returns its exit status, -1 where it
-/// was killed, -2 where it lives on (it is killed then).
-int endOf(pid_t child, std::chrono::seconds limit = 60s) {
-  const auto end = steady_clock::now() + limit;
-  int status = 0;
-  while (waitpid(child, &status, WNOHANG) == 0) {
-    if (steady_clock::now() > end) {
-      kill(child, SIGKILL);
-      waitpid(child, &status, 0);
-      return -2;
-    }
-    std::this_thread::sleep_for(10ms);
+/// A child of this process, killed when this goes before its end.
+class Child {
+ public:
+  explicit Child(pid_t process) : process_(process) {}
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+  ~Child() {
+    if (process_ < 0) return;
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
   }
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+  void askToEnd() const { kill(process_, SIGTERM); }
+  /// Waits for its end, at most a minute. Returns its exit status, -1 where it was killed, -2 where it lives
+  /// on.
+  int end() {
+    const auto limit = steady_clock::now() + 60s;
+    int status = 0;
+    while (waitpid(process_, &status, WNOHANG) == 0) {
+      if (steady_clock::now() > limit) return -2;
+      std::this_thread::sleep_for(10ms);
+    }
+    process_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  pid_t process_;
+};
 
 class DesktopFaults : public testing::Test {
  protected:
@@ -56,11 +67,11 @@ class DesktopFaults : public testing::Test {
     return true;
   }
   /// Starts the program from `directory`, its captions going to `output`.
-  pid_t start(int output, const std::vector<std::string>& options, const fs::path& directory = ".") {
+  Child start(int output, const std::vector<std::string>& options, const fs::path& directory = ".") {
     std::vector<std::string> words{VORN_PROGRAM, "--captions", "--speech", "espeak"};
     words.insert(words.end(), options.begin(), options.end());
     const pid_t child = fork();
-    if (child != 0) return child;
+    if (child != 0) return Child(child);
     dup2(output, STDOUT_FILENO);
     (void)!chdir(directory.c_str());
     std::vector<char*> arguments;
@@ -80,7 +91,7 @@ class DesktopFaults : public testing::Test {
 TEST_F(DesktopFaults, AReaderThatHasGoneCostsOnlyTheCaptions) {
   int pipe[2];
   ASSERT_EQ(pipe2(pipe, O_CLOEXEC), 0);
-  const pid_t game = start(pipe[1], {"--folder", folder.path().string()});
+  Child game = start(pipe[1], {"--folder", folder.path().string()});
   close(pipe[0]);
   close(pipe[1]);
   ASSERT_TRUE(waitUntil([this] {
@@ -88,8 +99,8 @@ TEST_F(DesktopFaults, AReaderThatHasGoneCostsOnlyTheCaptions) {
     return hasLog();
   }));
   std::this_thread::sleep_for(3s);
-  kill(game, SIGTERM);
-  EXPECT_EQ(endOf(game), 0);
+  game.askToEnd();
+  EXPECT_EQ(game.end(), 0);
 }
 
 TEST_F(DesktopFaults, AReaderThatHasStoppedCostsOnlyTheCaptions) {
@@ -98,14 +109,14 @@ TEST_F(DesktopFaults, AReaderThatHasStoppedCostsOnlyTheCaptions) {
   constexpr int kSmallest = 4096;
   ASSERT_EQ(fcntl(pipe[1], F_SETPIPE_SZ, kSmallest), kSmallest);
   ASSERT_EQ(write(pipe[1], std::string(kSmallest, '.').data(), kSmallest), kSmallest);  // it is full now
-  const pid_t game = start(pipe[1], {"--folder", folder.path().string()});
+  Child game = start(pipe[1], {"--folder", folder.path().string()});
   ASSERT_TRUE(waitUntil([this] {
     keys.tap("Space");
     return hasLog();
   }));
   std::this_thread::sleep_for(2s);
-  kill(game, SIGTERM);
-  EXPECT_EQ(endOf(game), 0);
+  game.askToEnd();
+  EXPECT_EQ(game.end(), 0);
   close(pipe[0]);
   close(pipe[1]);
 }
@@ -141,6 +152,7 @@ class SecondSignal : public DesktopFaults {
 };
 
 TEST_F(SecondSignal, EndsTheTitle) {
+  folder.write("vorn1voc.cfg", kSlowVoice);  // for the farewell
   Player player(folder.path());
   ASSERT_TRUE(waitUntil(
       [] { return std::system("xdotool getwindowfocus getwindowname 2>&1 | grep -q 'Vorn 1'") == 0; }));
@@ -160,23 +172,23 @@ TEST_F(SecondSignal, EndsAReading) {
 }
 
 TEST_F(SecondSignal, EndsASynchronousText) {
-  folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
+  folder.write("vorn1voc.cfg", kSlowVoice);
   Player player(folder.path());
   player.waitFor(" Vorn 1 tts version 2 By Ostrin ");
   expectEnd(player);
 }
 
 TEST_F(SecondSignal, EndsTheFarewell) {
-  folder.write("vorn1voc.cfg", "0\r\n-10\r\n90\r\n0\r\n");
+  folder.write("vorn1voc.cfg", kSlowVoice);
   Player player(folder.path());
   player.answer("Space");
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Enter");
-  player.waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  player.move("Enter", " Thank you for playing Vorn 1 tts, By Ostrin. ");
   expectEnd(player);
 }
 
 TEST_F(SecondSignal, EndsAMessageBox) {
+  folder.write("vorn1voc.cfg", kSlowVoice);  // for the farewell
   fs::remove(folder.path() / "vorn5.wav");
   folder.write("vorn5.wav", "no sound");
   Player player(folder.path());
@@ -198,7 +210,7 @@ class Launchers : public DesktopFaults {
     const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
     // A descriptor that the game inherits without knowing of it.
     const int stray = open("/dev/null", O_RDONLY);
-    const pid_t game = start(nothing, options, folder.path());
+    Child game = start(nothing, options, folder.path());
     close(nothing);
     close(stray);
     ASSERT_TRUE(waitUntil([this] {
@@ -206,8 +218,8 @@ class Launchers : public DesktopFaults {
       return hasLog();
     }));
     std::this_thread::sleep_for(1s);
-    kill(game, SIGTERM);
-    EXPECT_EQ(endOf(game), 0);
+    game.askToEnd();
+    EXPECT_EQ(game.end(), 0);
   }
 };
 

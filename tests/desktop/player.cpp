@@ -60,10 +60,9 @@ void Player::enterOneLap() {
   waitFor(" Enter the number of laps that you wish to run. ");
   answer("1");
   waitFor("1");
-  answer("Enter");
-  waitFor(" Is 1 correct for the number of laps to run?  yes ");
-  answer("Enter");
-  waitFor(" Ladies and Gentlemen, Start Your Engines! ");
+  // Here one Enter too many gives no wrong answer: it is the next one, or goes to a standing car.
+  move("Enter", " Is 1 correct for the number of laps to run?  yes ");
+  move("Enter", " Ladies and Gentlemen, Start Your Engines! ");
 }
 
 void Player::startEngine() {
@@ -88,8 +87,7 @@ void Player::enterRecordAndLeave() {
   answer("Enter");
   waitFor(" Select, repeat race time ");
   move("Up", " Exit game ");
-  answer("Enter");
-  waitFor(" Thank you for playing Vorn 1 tts, By Ostrin. ");
+  move("Enter", " Thank you for playing Vorn 1 tts, By Ostrin. ");
   waitFor(" exiting program ");
 }
 

@@ -47,6 +47,11 @@ class Player {
   LiveProgram game_;
 };
 
+/// The quickest voice, as vorn1voc.cfg has it: no test waits long for it.
+inline constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
+/// One so slow that what it says lasts longer than anything is waited for.
+inline constexpr const char* kSlowVoice = "0\r\n-10\r\n90\r\n0\r\n";
+
 /// Puts the sounds into `folder`.
 void copySounds(const TemporaryFolder& folder);
 

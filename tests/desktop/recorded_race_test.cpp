@@ -62,8 +62,7 @@ void race(Player& player) {
   player.keys.release("LeftCtrl");
 
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Enter");
-  player.waitFor(" exiting program ");
+  player.move("Enter", " exiting program ");
   EXPECT_EQ(player.waitForEnd(), 0);
 }
 

@@ -12,9 +12,6 @@
 namespace vorn {
 namespace {
 
-/// The quickest voice, so that the tests do not wait long for it.
-constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
-
 void openMenu(Player& player) {
   player.answer("Space");  // cuts the title sound
   player.waitFor(" Select. Exit Game. ");
@@ -53,8 +50,7 @@ TEST(KeyboardWizard, TakesBriefTapsAndNotTheEnterThatOpenedIt) {
     EXPECT_EQ(player.waitFor("k"), " ok ") << key;
   }
   player.rest(2000);  // it says " ok " once more, and the menu takes its pause
-  player.answer("Up");
-  EXPECT_EQ(player.waitFor("reed"), " reed default key board configuration ");
+  EXPECT_EQ(player.move("Up", "reed"), " reed default key board configuration ");
   EXPECT_EQ(
       folder.read("vorn1key.cfg"),
       "54\r\n157\r\n207\r\n1\r\n57\r\n30\r\n203\r\n205\r\n200\r\n208\r\n29\r\n42\r\n28\r\n49\r\n21\r\n");

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "desktop/player.h"
 #include "desktop/recording.h"
@@ -33,6 +34,21 @@ class Teaching : public testing::Test {
     const double from = recording.now() - Recording::kBeforeCaption;
     player.rest(milliseconds);
     return from;
+  }
+  /// Changes up three times as the speeds tell; the verdict, which may be another one on a busy machine, and
+  /// the second when it is said.
+  std::pair<std::string, double> changeUp() {
+    const std::vector<std::string> speeds{"75", "125", "175"};
+    auto speed = speeds.begin();
+    for (;;) {
+      const std::string text = player.waitFor("");
+      if (speed != speeds.end() && text.find(*speed) != std::string::npos) {
+        player.keys.tap("Up", 150);
+        ++speed;
+      } else if (text.find(" Well ") == 0 || text.find(" Too ") == 0) {
+        return {text, recording.now() - Recording::kBeforeCaption};
+      }
+    }
   }
   void choose(const std::string& key, const std::string& text) {
     player.answer(key);
@@ -65,13 +81,16 @@ TEST_F(Teaching, ALessonAndAPreviewAreTakenFromTheMainMenuAndBack) {
   }));
   bool isLessonOver = false;
   EXPECT_TRUE(recording.isUnderstood(kWellShifted, 2.2, [&] {
-    if (std::exchange(isLessonOver, true)) choose("Enter", " Give full gas on a long straight");
+    if (isLessonOver) choose("Enter", " Give full gas on a long straight");
     player.answer("End");
-    for (const char* speed : {"75", "125", "175"}) {
-      player.waitFor(speed);
-      player.keys.tap("Up", 150);
+    const auto [verdict, second] = changeUp();
+    isLessonOver = verdict.find(" Well shifted") == 0;
+    if (isLessonOver) {
+      player.rest(2200);
+    } else {
+      player.waitFor(" Start your engine to try again");
     }
-    return said(" Well shifted", 2200);
+    return second;
   }));
   player.keys.release("LeftCtrl");
 
@@ -100,8 +119,7 @@ TEST_F(Teaching, ALessonAndAPreviewAreTakenFromTheMainMenuAndBack) {
   player.answer("Escape");
   player.answer("Escape");
   player.waitFor(" Select. Exit Game. ");
-  player.answer("Enter");
-  player.waitFor(" Thank you for playing ");
+  player.move("Enter", " Thank you for playing ");
   EXPECT_EQ(player.waitForEnd(), 0);
 }
 
