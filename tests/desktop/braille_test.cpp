@@ -35,7 +35,7 @@ class Display {
     std::this_thread::sleep_for(300ms);
   }
   /// Whether the display comes to show `text`.
-  bool shows(const std::string& text, std::chrono::milliseconds within = 10s) {
+  bool shows(const std::string& text, std::chrono::milliseconds within = 60s) {
     const auto end = steady_clock::now() + within;
     while (shown_ != text && steady_clock::now() < end) {
       const auto line = line_.readLine(200);
