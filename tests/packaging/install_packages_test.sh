@@ -85,6 +85,9 @@ expect_asked ' install build-essential ninja-build pkg-config '
 [[ $asked != *libgtest-dev* ]] || fail 'what only the tests need was installed'
 run --tests
 expect_asked ' libgtest-dev '
+[[ $asked != *libbenchmark-dev* ]] || fail 'what only the benchmarks need was installed'
+run --bench
+expect_asked ' libbenchmark-dev '
 
 # A package manager that fails is heard, and nothing goes on.
 fake apt-get 'echo no network; exit 100'
