@@ -49,7 +49,7 @@ class Player {
 
 /// The quickest voice, as vorn1voc.cfg has it: no test waits long for it.
 inline constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
-/// One so slow that what it says lasts longer than anything is waited for.
+/// The slowest one: the farewell alone takes it eight seconds.
 inline constexpr const char* kSlowVoice = "0\r\n-10\r\n90\r\n0\r\n";
 
 /// Puts the sounds into `folder`.
