@@ -4,8 +4,8 @@
 //
 //   monkey FIRST_SEED LAST_SEED STATEMENTS
 //
-// plays each seed so many statements long; a seed plays the same every time. Where nobody came to race that is
-// a failure, too.
+// plays each seed so many statements long; a seed plays the same every time. Where nobody came to race that
+// is a failure, too.
 
 #include <algorithm>
 #include <cmath>
