@@ -13,6 +13,8 @@ std::string PositionDriver::driveToTheEnd(int longestSeconds) {
     const auto text = player_.hear(kPatienceMs);
     if (!text) {
       restart();
+    } else if (*text == kSoundIsBack) {
+      continue;
     } else if (text->find_first_not_of("0123456789") == std::string::npos) {
       steer(std::stoi(*text));
     } else {

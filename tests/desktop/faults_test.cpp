@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "desktop/player.h"
+#include "support/voice_settings.h"
 
 namespace vorn {
 namespace {

@@ -47,10 +47,8 @@ class Player {
   LiveProgram game_;
 };
 
-/// The quickest voice, as vorn1voc.cfg has it: no test waits long for it.
-inline constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
-/// The slowest one: the farewell alone takes it eight seconds.
-inline constexpr const char* kSlowVoice = "0\r\n-10\r\n90\r\n0\r\n";
+/// Said between whatever else is, where a machine was too busy to play for a moment.
+inline constexpr const char* kSoundIsBack = " Sound is back. ";
 
 /// Puts the sounds into `folder`.
 void copySounds(const TemporaryFolder& folder);

@@ -23,8 +23,6 @@ using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 using testing::HasSubstr;
 
-constexpr const char* kSoundIsBack = " Sound is back. ";
-
 /// The loudest sample of the next `seconds` of what the default sink plays.
 double loudness(double seconds) {
   const Stereo heard = listen("@DEFAULT_MONITOR@", seconds);

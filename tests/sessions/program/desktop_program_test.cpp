@@ -10,6 +10,7 @@
 #include "sound/catalogue.h"
 #include "support/program.h"
 #include "support/session.h"
+#include "support/voice_settings.h"
 
 namespace vorn {
 namespace {
@@ -22,7 +23,6 @@ using testing::IsEmpty;
 using testing::Not;
 
 constexpr const char* kDefaultButtons = "0\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n1\r\n1\r\n";
-constexpr const char* kQuickVoice = "0\r\n15\r\n90\r\n0\r\n";
 constexpr const char* kTitle = " Vorn 1 tts version 2 By Ostrin ";
 
 class DesktopProgram : public testing::Test {
