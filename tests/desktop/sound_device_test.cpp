@@ -22,7 +22,6 @@ namespace vorn {
 namespace {
 
 using namespace std::chrono_literals;
-using std::chrono::steady_clock;
 using testing::EndsWith;
 using testing::HasSubstr;
 
