@@ -39,8 +39,9 @@ class Display {
     const auto end = steady_clock::now() + within;
     while (shown_ != text && steady_clock::now() < end) {
       const auto line = line_.readLine(200);
-      if (line && line->rfind("Visual \"", 0) == 0)
+      if (line && line->rfind("Visual \"", 0) == 0) {
         shown_ = line->substr(8, line->find_last_not_of(" \"\r") - 7);
+      }
     }
     return shown_ == text;
   }
