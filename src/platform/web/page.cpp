@@ -94,7 +94,7 @@ EMSCRIPTEN_KEEPALIVE void vorn_pad_gone(int index) {
 }
 
 EMSCRIPTEN_KEEPALIVE void vorn_said(int request) {
-  thePage().said = request;
+  thePage().noteSaid(request);
 }
 
 EMSCRIPTEN_KEEPALIVE void vorn_stored(int request, int isStored) {

@@ -77,6 +77,8 @@ struct Page {
   PageInbox inbox;
   PagePads pads;
   std::atomic<std::int32_t> said{0};  ///< number of the last request to speak that has come to its end
+  /// It has come to its end, and so has every request before it. On any thread.
+  void noteSaid(std::int32_t request);
   std::atomic<std::int32_t> stored{0}, refused{0};  ///< requests to store that were carried out, or not
   SoundRing ring;
   SpeakerDesk desk;
@@ -93,6 +95,13 @@ struct Page {
   /// Does not wait.
   void tell(Tell what, int number = 0, std::string_view text = {});
 };
+
+/// What is reported late does not take back what is known.
+inline void Page::noteSaid(std::int32_t request) {
+  std::int32_t last = said;
+  while (last < request && !said.compare_exchange_weak(last, request)) {
+  }
+}
 
 /// The one page that this program runs in.
 Page& thePage();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 
 #include "platform/common/speech_service.h"
 #include "platform/common/watchdog.h"
@@ -12,7 +13,8 @@ namespace vorn {
 
 class PageSpeech : public SpeechService {
  public:
-  /// The page is not owned. `patience`: how long one text may take.
+  /// The page is not owned. `patience`: how long the page may be silent about a text, besides
+  /// the time that it takes at the slowest to say what is asked for.
   explicit PageSpeech(Page& page, std::chrono::milliseconds patience = std::chrono::seconds(60))
       : page_(page), patience_(patience) {}
 
@@ -23,10 +25,13 @@ class PageSpeech : public SpeechService {
   bool isSpeaking() override;
 
  private:
+  std::chrono::milliseconds patience() const;
+
   Page& page_;
   const std::chrono::milliseconds patience_;
   Watchdog watchdog_;
-  std::int32_t asked_ = 0;  ///< number of the last request
+  std::int32_t asked_ = 0;                        ///< number of the last request
+  std::deque<std::chrono::milliseconds> unsaid_;  ///< what the last requests take at the slowest
 };
 
 }  // namespace vorn
