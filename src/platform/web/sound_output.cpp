@@ -17,6 +17,7 @@ constexpr auto kStillCompiling =
     std::chrono::seconds(8);  ///< gaps of a browser's first seconds are no measure
 constexpr double kLongestWaitMs = 10;
 constexpr auto kNobodyReadsAfter = std::chrono::milliseconds(200);
+constexpr auto kMostCaughtUp = std::chrono::seconds(1);  ///< a machine that slept need not render its night
 
 }  // namespace
 
@@ -62,6 +63,7 @@ void SoundOutput::work() {
       }
       continue;
     }
+    lastRead = std::max(lastRead, now - kMostCaughtUp);
     for (; lastRead + kNobodyReadsAfter < now;
          lastRead += std::chrono::microseconds(1'000'000LL * kPiece / Mixer::kRate)) {
       std::array<float, std::size_t{2} * kPiece> unheard;
