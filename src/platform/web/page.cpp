@@ -72,10 +72,6 @@ EMSCRIPTEN_KEEPALIVE void vorn_focus(int hasFocus) {
   thePage().inbox.put({hasFocus != 0 ? PageEvent::Kind::kFocus : PageEvent::Kind::kBlur});
 }
 
-EMSCRIPTEN_KEEPALIVE void vorn_close() {
-  thePage().inbox.put({PageEvent::Kind::kClose});
-}
-
 EMSCRIPTEN_KEEPALIVE void vorn_answered() {
   thePage().inbox.put({PageEvent::Kind::kAnswered});
 }

@@ -2,6 +2,7 @@
 /// in, the game's takes out; the page never waits for longer than the game copies.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -19,12 +20,12 @@ struct PageEvent {
     kKeyUp,     ///< code
     kFocus,     ///< the page has got the focus
     kBlur,      ///< it has lost it
-    kClose,     ///< the player wants to leave
     kAnswered,  ///< the message box has been read
   };
   Kind kind;
   std::string code{}, key{};  ///< the place of a key and what it types, as browsers call them
   int shiftState = 0;         ///< Shift 1, Ctrl 2, Alt 4, added up
+  std::chrono::steady_clock::time_point at{};  ///< when it was put in
 };
 
 class PageInbox {
@@ -32,8 +33,12 @@ class PageInbox {
   using Time = std::chrono::steady_clock::time_point;
 
   void put(PageEvent event) {
+    event.at = Time::clock::now();
     {
       const std::lock_guard lock(mutex_);
+      if (event.kind == PageEvent::Kind::kFocus || event.kind == PageEvent::Kind::kBlur) {
+        hasFocus_ = event.kind == PageEvent::Kind::kFocus;
+      }
       events_.push_back(std::move(event));
     }
     changed_.notify_one();
@@ -47,10 +52,8 @@ class PageInbox {
     events_.pop_front();
     return event;
   }
-  bool isEmpty() {
-    const std::lock_guard lock(mutex_);
-    return events_.empty();
-  }
+  /// Whether the page has the focus, by the last word of it that was put in.
+  bool hasFocus() const { return hasFocus_; }
   /// Waits until there is something to take or until `end`.
   void waitUntil(Time end) {
     std::unique_lock lock(mutex_);
@@ -61,6 +64,7 @@ class PageInbox {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<PageEvent> events_;
+  std::atomic<bool> hasFocus_{true};
 };
 
 }  // namespace vorn

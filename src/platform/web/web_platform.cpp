@@ -5,7 +5,6 @@
 #include <thread>
 #include <utility>
 
-#include "platform/common/close_requests.h"
 #include "platform/common/key_latch.h"
 #include "platform/common/notices.h"
 #include "platform/common/random.h"
@@ -28,8 +27,13 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kMoment{2};
 
-milliseconds wholeMilliseconds() {
-  return std::chrono::floor<milliseconds>(steady_clock::now().time_since_epoch());
+milliseconds wholeMilliseconds(steady_clock::time_point at = steady_clock::now()) {
+  return std::chrono::floor<milliseconds>(at.time_since_epoch());
+}
+
+/// For those who let it wrap.
+std::uint32_t wrapping(milliseconds time) {
+  return static_cast<std::uint32_t>(time.count());
 }
 
 /// The browser's own store, through the page.
@@ -72,9 +76,7 @@ class PageKeyboard : public KeyboardDevice {
   }
   void SetCooperativeLevel(int) override {}  // a browser shares its keys with whom it likes
   void Acquire() override {}
-  KeyboardState GetDeviceStateKeyboard() override {
-    return taps_.read(held_, static_cast<std::uint32_t>(wholeMilliseconds().count()));
-  }
+  KeyboardState GetDeviceStateKeyboard() override { return taps_.read(held_, wrapping(wholeMilliseconds())); }
 
  private:
   const KeyboardState& held_;
@@ -95,16 +97,14 @@ class WebPlatform : public Platform {
     mixer_.setDucking(kDuckDecibels);
   }
 
-  std::int32_t tickCount() override {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
-  }
+  std::int32_t tickCount() override { return static_cast<std::int32_t>(wrapping(wholeMilliseconds())); }
   double secondsSinceMidnight() override { return localSecondsSinceMidnight(); }
   Date today() override { return localDate(); }
 
   void setCaption(const std::string& caption) override { page_.tell(Tell::kCaption, 0, caption); }
   void setEventReceiver(EventReceiver* receiver) override { receiver_ = receiver; }
   int messageBox(const std::string& text) override;
-  void enterShutdown() override { closeRequests_.enterShutdown(); }
+  void enterShutdown() override {}  // a page that is closed does not ask the game
 
   std::unique_ptr<SoundDevice> createSoundDevice() override {
     return std::make_unique<FeltSoundDevice>(mixer_, files_,
@@ -154,7 +154,6 @@ class WebPlatform : public Platform {
   SpeechSettings voiceSettings_;
   bool hasHadVoice_ = false;
   EventReceiver* receiver_ = nullptr;
-  CloseRequests closeRequests_;
   RumbleSense rumbleSense_;
   bool isInBackground_ = false;
   KeyboardState held_{};
@@ -178,8 +177,11 @@ int WebPlatform::messageBox(const std::string& text) {
     ++page_.pulse;
     page_.inbox.waitUntil(steady_clock::now() + std::chrono::seconds(1));
     while (const auto event = page_.inbox.take()) {
-      if (event->kind == PageEvent::Kind::kAnswered || event->kind == PageEvent::Kind::kClose) {
+      if (event->kind == PageEvent::Kind::kAnswered) {
         return kOk;
+      }
+      if (event->kind != PageEvent::Kind::kKeyDown) {
+        deliver(*event);  // or the focus, or a key let go of, would be mistaken for good
       }
     }
   }
@@ -223,9 +225,6 @@ void WebPlatform::deliver(const PageEvent& event) {
     case PageEvent::Kind::kBlur:
       changeFocus(true);
       break;
-    case PageEvent::Kind::kClose:
-      closeRequests_.ask();
-      break;
     case PageEvent::Kind::kAnswered:
       break;
   }
@@ -238,7 +237,7 @@ void WebPlatform::noteKey(const PageEvent& event) {
     if (isDown) {
       taps_.wentDown(key->keyCode);
     } else {
-      taps_.wentUp(key->keyCode, static_cast<std::uint32_t>(wholeMilliseconds().count()));
+      taps_.wentUp(key->keyCode, wrapping(wholeMilliseconds(event.at)));
     }
   }
   const Key* const pressed = isDown && receiver_ != nullptr ? menuKey(event.code, event.key) : nullptr;
@@ -282,9 +281,11 @@ std::unique_ptr<Voice> WebPlatform::createVoice() {
       [this](const std::string& text) { page_.tell(Tell::kSpoken, 0, text); });
 }
 
-/// A moment of a synchronous text: what happens meanwhile is delivered after it.
+/// A moment of a synchronous text: what happens meanwhile is delivered after it, but nobody
+/// hears the game from the background.
 bool WebPlatform::pause() {
   ++page_.pulse;
+  mixer_.setMuted(!page_.inbox.hasFocus());
   mixer_.setDucked(speech_->isSpeaking());
   std::this_thread::sleep_for(kMoment);
   return true;
