@@ -90,6 +90,30 @@ check("what reaches the worklet is what the headless session renders, when it re
   assert.ok(delays.filter((delay) => delay === 0).length >= 0.6 * delays.length, told);
 });
 
+check("sound that the browser halts is taken up again, at a key at the latest", async () => {
+  const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
+    window.AudioContext = class extends AudioContext {
+      constructor(options) {
+        super(options);
+        window.audio = this;
+        this.halts = 0;
+        this.addEventListener("statechange", () => { this.halts += Number(this.state === "suspended"); });
+      }
+    };
+  }));
+  await player.until(() => window.audio.state === "running");
+  const halt = () => player.page.evaluate(() => void window.audio.suspend());
+  const isBack = (halts) => player.until((count) => window.audio.halts === count && window.audio.state === "running", halts);
+  await halt();
+  await isBack(1);
+  await player.page.evaluate(() => { window.audio.resume = async () => { throw new Error("refused"); }; });
+  await halt();
+  await player.until(() => window.audio.halts === 2 && window.audio.state === "suspended");
+  await player.page.evaluate(() => { delete window.audio.resume; });
+  await player.press("ArrowUp");
+  await isBack(2);
+});
+
 check("sound that does not come in time is counted", async () => {
   const player = await atTheMenu({}, withKiller);
   const before = await figures(player);

@@ -123,6 +123,17 @@ const reader = (msACharacter) => new ReaderVoice(element("reader"), msACharacter
 
 /** How fast the player's reader reads: once by a sentence. @returns {Promise<number>} */
 async function readersPace() {
+/** Browsers halt sound by themselves, and some take it up again only at a key. @param {AudioContext} audio @param {AbortSignal} signal */
+function keepSounding(audio, signal) {
+  const resume = () => {
+    // Where there is no sound device it never comes to its end.
+    if (!["running", "closed"].includes(audio.state)) audio.resume().catch(() => {});
+  };
+  audio.addEventListener("statechange", resume, { signal });
+  document.addEventListener("keydown", resume, { signal });
+  resume();
+}
+
   const sentence = "Press Enter as soon as your screen reader has read this sentence to its end, " +
     "so that the game knows how fast it reads.";
   const voice = reader(DEFAULT_MS_A_CHARACTER);
@@ -380,7 +391,9 @@ async function play() {
   captions.replaceChildren();
   const playing = new AbortController();
   const audio = new AudioContext({ latencyHint: "interactive", sampleRate: 48000 });
-  void audio.resume();  // where there is no sound device it never comes to its end
+  keepSounding(audio, playing.signal);
+  /** @type {((what: number, number: number, bytes: Uint8Array) => void) | null} */
+  let listen = null;
   /** @param {string} why */
   const end = (why) => {
     playing.abort();
@@ -397,8 +410,6 @@ async function play() {
     const byLetters = await wantsLetterKeys(voice, own);
     tell("Loading the sounds.");
     await loadScript();
-    /** @type {((what: number, number: number, bytes: Uint8Array) => void) | null} */
-    let listen = null;
     const created = /** @type {Game} */ (await /** @type {any} */ (window).createVorn({
       /** @param {[number, number, Uint8Array]} message */
       told: (...message) => listen?.(...message),
