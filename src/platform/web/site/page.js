@@ -332,12 +332,13 @@ function isForThePage({ code, metaKey, target }) {
 function passKeysOn(to, signal) {
   /** @param {KeyboardEvent} event */
   const pass = (event) => {
-    if (isForThePage(event)) return;
-    event.preventDefault();
+    const isDown = event.type === "keydown";
+    if (!isForThePage(event)) event.preventDefault();
+    else if (isDown) return;  // but a key that is let go of may have gone down for the game
     if (event.repeat) return;
     const shiftState = Number(event.shiftKey) + 2 * Number(event.ctrlKey) + 4 * Number(event.altKey);
     to.ccall("vorn_key", null, ["number", "string", "string", "number"],
-      [Number(event.type === "keydown"), event.code, event.key, shiftState]);
+      [Number(isDown), event.code, event.key, shiftState]);
   };
   document.addEventListener("keydown", pass, { signal });
   document.addEventListener("keyup", pass, { signal });
