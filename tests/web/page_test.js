@@ -30,6 +30,38 @@ check("a game whose thread has been killed is told of, and can be started again"
   await pastTheTitle(player);
 });
 
+check("a game that is given up is cut off", async () => {
+  const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
+    window.threads = 0;
+    window.Worker = class extends Worker {
+      isCounted = false;
+      constructor(address, options) {
+        super(address, options);
+        this.isCounted = String(address).includes("vorn1-page");
+        window.threads += Number(this.isCounted);
+      }
+      terminate() {
+        super.terminate();
+        window.threads -= Number(this.isCounted);
+        this.isCounted = false;
+      }
+    };
+    const setInterval = window.setInterval;
+    window.setInterval = (call, ms) => {
+      // Between looks that follow at once no game has done anything.
+      if (ms === 5000) window.giveUp = () => { for (let look = 0; look < 6; ++look) call(); };
+      return setInterval(call, ms);
+    };
+  }));
+  assert.ok(await player.page.evaluate(() => window.threads >= 2));
+  await player.page.evaluate(() => window.giveUp());
+  await player.reads("The game has stopped.");
+  await player.until(() => window.threads === 0);
+  await player.press("Enter");
+  await pastTheTitle(player);
+  assert.deepEqual(player.problems, []);
+});
+
 check("a second tab is not let in", async () => {
   const player = await atTheMenu();
   const other = await anotherTab();

@@ -23,6 +23,7 @@ const DEFAULT_MS_A_CHARACTER = 60;
  * @property {Float64Array} HEAPF64
  * @property {WebAssembly.Memory} wasmMemory
  * @property {(size: number) => number} _malloc
+ * @property {{terminateAllThreads: () => void}} PThread
  * @property {(address: number) => void} _free
  * @property {() => number} _vorn_ring
  * @property {() => number} _vorn_tick_waits
@@ -398,13 +399,16 @@ async function play() {
   /** @param {string} why */
   const end = (why) => {
     playing.abort();
+    if (playing.signal.aborted) return;
     void audio.close();
+    listen = null;  // what it still tells is not the next one's
     forgetEmbeddedVoice();
-    game = null;
     tell(why);
     start.disabled = false;
     start.focus();
   };
+    game?.PThread.terminateAllThreads();
+    game = null;
   try {
     const voice = await chosenVoice(audio);
     const own = await files.all();
