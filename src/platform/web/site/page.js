@@ -14,6 +14,7 @@ const CAPTION_LINES = 4;
 const PAD_EVERY_MS = 8;
 const PULSE_EVERY_MS = 5000, PULSES_MISSED = 4;
 const DEFAULT_MS_A_CHARACTER = 60;
+const VOICE_LOADS_MS = 20000;
 
 /**
  * @typedef {object} Game what the compiled game offers
@@ -22,8 +23,8 @@ const DEFAULT_MS_A_CHARACTER = 60;
  * @property {Uint8Array} HEAPU8
  * @property {Float64Array} HEAPF64
  * @property {WebAssembly.Memory} wasmMemory
- * @property {(size: number) => number} _malloc
  * @property {{terminateAllThreads: () => void}} PThread
+ * @property {(size: number) => number} _malloc
  * @property {(address: number) => void} _free
  * @property {() => number} _vorn_ring
  * @property {() => number} _vorn_tick_waits
@@ -122,8 +123,6 @@ async function asked(voice, text, codes, ms) {
 /** @param {number} msACharacter */
 const reader = (msACharacter) => new ReaderVoice(element("reader"), msACharacter);
 
-/** How fast the player's reader reads: once by a sentence. @returns {Promise<number>} */
-async function readersPace() {
 /** Browsers halt sound by themselves, and some take it up again only at a key. @param {AudioContext} audio @param {AbortSignal} signal */
 function keepSounding(audio, signal) {
   const resume = () => {
@@ -135,6 +134,8 @@ function keepSounding(audio, signal) {
   resume();
 }
 
+/** How fast the player's reader reads: once by a sentence. @returns {Promise<number>} */
+async function readersPace() {
   const sentence = "Press Enter as soon as your screen reader has read this sentence to its end, " +
     "so that the game knows how fast it reads.";
   const voice = reader(DEFAULT_MS_A_CHARACTER);
@@ -162,7 +163,7 @@ function expectsEmbeddedVoice() {
 /** The voice that the player has chosen, asked for at the first visit. @param {AudioContext} audio @returns {Promise<Voice>} */
 async function chosenVoice(audio) {
   const choice = kept("voice");
-  const own = expectsEmbeddedVoice() ? await embeddedVoice() : null;
+  const own = expectsEmbeddedVoice() ? await Promise.race([embeddedVoice(), pass(VOICE_LOADS_MS).then(() => null)]) : null;
   if (own) own.audio = audio;
   if (choice === "embedded" && own) return own;
   const browsers = await BrowserVoice.find();
@@ -398,18 +399,19 @@ async function play() {
   let listen = null;
   /** @param {string} why */
   const end = (why) => {
-    playing.abort();
     if (playing.signal.aborted) return;
-    void audio.close();
+    playing.abort();
     listen = null;  // what it still tells is not the next one's
+    void audio.close();
     forgetEmbeddedVoice();
     tell(why);
     start.disabled = false;
     start.focus();
-  };
     game?.PThread.terminateAllThreads();
     game = null;
+  };
   try {
+    tell("Loading the voice.");
     const voice = await chosenVoice(audio);
     const own = await files.all();
     const byLetters = await wantsLetterKeys(voice, own);

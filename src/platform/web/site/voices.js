@@ -119,6 +119,7 @@ export class EmbeddedVoice {
   /** @param {Request} request @param {Done} done */
   say(request, done) {
     this.silence();
+    this.worker.onerror = done;
     this.worker.onmessage = ({ data }) => {
       if (!this.audio) return;
       const sound = this.audio.createBuffer(1, data.length, this.sampleRate);
@@ -134,7 +135,7 @@ export class EmbeddedVoice {
 
   silence() {
     window.clearTimeout(this.timer);
-    this.worker.onmessage = null;
+    this.worker.onmessage = this.worker.onerror = null;
     this.playing?.stop();
     this.playing = null;
   }
