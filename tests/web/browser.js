@@ -198,9 +198,10 @@ export class Player {
       await pass(MOMENT_MS);
       await this.skip();
       await this.press(key);
-      if (await this.hearsWithin(patience) !== null) break;
+      if (await this.hearsWithin(patience) === null) continue;
+      --this.behind;
+      return this.hears(part);
     }
-    --this.behind;
-    return this.hears(part);
+    throw new Error(`nothing was said to ${key}, where "${part}" should be; ${this.problems}`);
   }
 }

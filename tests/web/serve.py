@@ -21,9 +21,12 @@ def served(*command):
 
 for ending in signal.SIGINT, signal.SIGTERM:
     program, address = served("packaging/web/serve", "0")
-    page = urllib.request.urlopen(address).read().decode()
-    assert "<title>Vorn 1 TTS</title>" in page, page
-    other = subprocess.run(["packaging/web/serve", re.search(r":(\d+)/", address)[1]], cwd=top, capture_output=True, text=True)
-    assert other.returncode == 1 and other.stderr.startswith("Another program uses port "), other
-    program.send_signal(ending)
-    assert program.wait(60) == 0, (ending, program.returncode)
+    try:
+        page = urllib.request.urlopen(address).read().decode()
+        assert "<title>Vorn 1 TTS</title>" in page, page
+        other = subprocess.run(["packaging/web/serve", re.search(r":(\d+)/", address)[1]], cwd=top, capture_output=True, text=True)
+        assert other.returncode == 1 and other.stderr.startswith("Another program uses port "), other
+        program.send_signal(ending)
+        assert program.wait(60) == 0, (ending, program.returncode)
+    finally:
+        program.kill()

@@ -37,7 +37,7 @@ async function soon(end) {
  * @param {() => Promise<void>} body
  * @param {{skip?: boolean, minutes?: number}} options `minutes`: what it may take on a busy machine
  */
-export function check(name, body, { skip = false, minutes = 8 } = {}) {
+export function check(name, body, { skip = false, minutes = 4 } = {}) {
   test(name, { skip }, async () => {
     let timer;
     const hung = new Promise((_, reject) => {
