@@ -17,6 +17,11 @@ double ControllerReading::gasAndBrake() const {
   return std::abs(pedals) >= std::abs(stick) ? pedals : stick;
 }
 
+void ControllerReading::join(const ControllerReading& pedals) {
+  gas = std::max(gas, pedals.gas);
+  brake = std::max(brake, pedals.brake);
+}
+
 void AxisWatch::look(double travel) {
   if (!first_) first_ = travel;
   if (!firstMove_ && std::abs(travel - *first_) > kMoved) firstMove_ = travel;

@@ -27,6 +27,8 @@ struct ControllerReading {
 
   /// -1 (gas) .. 1 (brake): of stick and pedals whichever has been moved further.
   double gasAndBrake() const;
+  /// Pedals with a plug of their own count beside those of a wheel.
+  void join(const ControllerReading& pedals);
 };
 
 /// One axis since it was first read.

@@ -11,4 +11,7 @@ inline constexpr const char* kControllerBack = " The controller is connected aga
 inline constexpr const char* kAnotherController =
     " A controller is connected. The game takes it when it starts again. ";
 
+inline constexpr const char* kPedalsGone = " The pedals are disconnected. ";
+inline constexpr const char* kPedalsBack = " The pedals are connected. ";
+
 }  // namespace vorn

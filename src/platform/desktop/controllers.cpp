@@ -13,9 +13,6 @@
 namespace vorn {
 namespace {
 
-constexpr const char* kPedalsGone = " The pedals are disconnected. ";
-constexpr const char* kPedalsBack = " The pedals are connected. ";
-
 LayoutKind kindAt(int index) {
   return layoutOf(sdlControllerFacts(index)).kind;
 }
@@ -67,9 +64,7 @@ bool Controllers::Device::comeBack() {
 ControllerReading Controllers::Device::read() {
   ControllerReading now = controller_->read();
   if (owner_.pedals_ && isWheel() && isAttached()) {
-    const ControllerReading pedals = owner_.pedals_->read();
-    now.gas = std::max(now.gas, pedals.gas);
-    now.brake = std::max(now.brake, pedals.brake);
+    now.join(owner_.pedals_->read());
   }
   return now;
 }

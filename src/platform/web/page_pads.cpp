@@ -84,34 +84,32 @@ RawControls placedControls(const PagePad& pad) {
   return placed;
 }
 
-class PagePads::Device final : public DrivingDevice {
+/// A controller that is read, as long as it is there.
+class PagePads::Plugged {
  public:
-  Device(PagePads& owner, int index, const PagePad& pad)
-      : owner_(owner), index_(index), id_(pad.id), reader_(layoutOf(pagePadFacts(pad))) {
-    owner_.devices_.push_back(this);
-  }
-  ~Device() override { std::erase(owner_.devices_, this); }
-
-  void Poll() override {}  // the page reports by itself
-  int buttonCount() override { return vorn::buttonCount(reader_.layout()); }
+  Plugged(PagePads& owner, int index, const PagePad& pad)
+      : owner_(owner), index_(index), id_(pad.id), reader_(layoutOf(pagePadFacts(pad))) {}
 
   int index() const { return index_; }
-  bool isAttached() const override {
-    const auto pad = owner_.padAt(index_);
-    return pad && pad->id == id_;
-  }
-
- private:
+  const ControllerLayout& layout() const { return reader_.layout(); }
+  bool isAttached() const { return here().has_value(); }
   /// At rest as well where another has taken its place.
-  ControllerReading read() override {
-    const auto pad = owner_.padAt(index_);
-    if (!pad || pad->id != id_) return {};
-    return reader_.read(reader_.layout().kind == LayoutKind::kGamepad ? placedControls(*pad) : pad->controls);
+  ControllerReading read() {
+    const auto pad = here();
+    if (!pad) return {};
+    return reader_.read(layout().kind == LayoutKind::kGamepad ? placedControls(*pad) : pad->controls);
   }
-  bool comeBack() override {
+  /// Takes one of its kind in its place. Returns whether there is one.
+  bool comeBack() {
     const auto again = owner_.indexOf(id_);
     index_ = again.value_or(index_);
     return again.has_value();
+  }
+
+ private:
+  std::optional<PagePad> here() const {
+    auto pad = owner_.padAt(index_);
+    return pad && pad->id == id_ ? pad : std::nullopt;
   }
 
   PagePads& owner_;
@@ -120,14 +118,47 @@ class PagePads::Device final : public DrivingDevice {
   ControllerReader reader_;
 };
 
+class PagePads::Device final : public DrivingDevice {
+ public:
+  Device(PagePads& owner, int index, const PagePad& pad) : owner_(owner), plugged_(owner, index, pad) {
+    owner_.devices_.push_back(this);
+  }
+  ~Device() override { std::erase(owner_.devices_, this); }
+
+  void Poll() override {}  // the page reports by itself
+  int buttonCount() override { return vorn::buttonCount(plugged_.layout()); }
+
+  int index() const { return plugged_.index(); }
+  bool isAttached() const override { return plugged_.isAttached(); }
+  bool isWheel() const { return plugged_.layout().kind == LayoutKind::kWheel; }
+
+ private:
+  ControllerReading read() override {
+    ControllerReading now = plugged_.read();
+    if (owner_.pedals_ && isWheel() && isAttached()) {
+      now.join(owner_.pedals_->read());
+    }
+    return now;
+  }
+  bool comeBack() override { return plugged_.comeBack(); }
+
+  PagePads& owner_;
+  Plugged plugged_;
+};
+
+PagePads::PagePads() = default;
+PagePads::~PagePads() = default;
+
 void PagePads::report(int index, PagePad pad) {
   const std::lock_guard lock(mutex_);
-  pads_[index] = std::move(pad);
+  const auto [known, isNew] = pads_.try_emplace(index);
+  plugs_ += static_cast<int>(isNew || known->second.id != pad.id);
+  known->second = std::move(pad);
 }
 
 void PagePads::remove(int index) {
   const std::lock_guard lock(mutex_);
-  pads_.erase(index);
+  plugs_ += static_cast<int>(pads_.erase(index));
 }
 
 std::optional<PagePad> PagePads::padAt(int index) {
@@ -147,8 +178,7 @@ std::vector<std::string> PagePads::attached() {
   const std::lock_guard lock(mutex_);
   std::vector<std::string> identifiers;
   for (const auto& [index, pad] : pads_) {
-    const LayoutKind kind = layoutOf(pagePadFacts(pad)).kind;
-    if (kind != LayoutKind::kNothing && kind != LayoutKind::kPedals) {
+    if (canDrive(layoutOf(pagePadFacts(pad)).kind)) {
       identifiers.push_back(std::to_string(index));
     }
   }
@@ -156,6 +186,7 @@ std::vector<std::string> PagePads::attached() {
 }
 
 std::unique_ptr<ControllerDevice> PagePads::open(const std::string& identifier) {
+  lookAround();  // or pedals that are there already were news later
   const auto identifiers = attached();
   if (std::find(identifiers.begin(), identifiers.end(), identifier) != identifiers.end()) {
     const int index = std::stoi(identifier);
@@ -168,9 +199,14 @@ std::unique_ptr<ControllerDevice> PagePads::open(const std::string& identifier) 
 
 /// Takes notice of what has been plugged in or out since it was last looked at.
 void PagePads::lookAround() {
+  const int plugs = plugs_;
+  if (std::exchange(knownPlugs_, plugs) == plugs) {
+    return;
+  }
   for (Device* device : devices_) {
     device->lookAfterPlug(news_);
   }
+  lookAfterPedals();
   const std::vector<std::string> present = attached();
   const std::vector<std::string> before = std::exchange(known_, present).value_or(present);
   const bool isOneInUse = std::any_of(devices_.begin(), devices_.end(),
@@ -180,6 +216,29 @@ void PagePads::lookAround() {
     if (isNew && !isOneInUse) {
       news_.emplace_back(kAnotherController);
     }
+  }
+}
+
+void PagePads::findPedals() {
+  const std::lock_guard lock(mutex_);
+  for (const auto& [index, pad] : pads_) {
+    if (!pedals_ && layoutOf(pagePadFacts(pad)).kind == LayoutKind::kPedals) {
+      pedals_ = std::make_unique<Plugged>(*this, index, pad);
+    }
+  }
+}
+
+/// Pedals say nothing to a player without a wheel.
+void PagePads::lookAfterPedals() {
+  const bool count =
+      std::any_of(devices_.begin(), devices_.end(), [](const Device* device) { return device->isWheel(); });
+  if (pedals_ && !pedals_->isAttached()) {
+    pedals_.reset();
+    if (count) news_.emplace_back(kPedalsGone);
+  }
+  if (!pedals_) {
+    findPedals();
+    if (pedals_ && count) news_.emplace_back(kPedalsBack);
   }
 }
 

@@ -1,7 +1,9 @@
 /// Game controllers as browsers report them: the page tells how each stands, the game
 /// reads X, Y, Rx, Ry and 32 buttons. What is taken for what `controller_layout.h` tells.
+/// Pedals with a plug of their own are no controller: they join the wheel.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -29,6 +31,9 @@ RawControls placedControls(const PagePad& pad);
 
 class PagePads {
  public:
+  PagePads();
+  ~PagePads();
+
   // The page's thread.
   void report(int index, PagePad pad);
   void remove(int index);
@@ -45,6 +50,7 @@ class PagePads {
   std::vector<std::string> takeNews();
 
  private:
+  class Plugged;
   class Device;
 
   /// As it stands now; nothing where it has been unplugged.
@@ -52,12 +58,17 @@ class PagePads {
   /// The page's number of one with this text; nothing where there is none.
   std::optional<int> indexOf(const std::string& id);
   void lookAround();
+  void lookAfterPedals();
+  void findPedals();
 
   std::mutex mutex_;  ///< over what follows
   std::map<int, PagePad> pads_;
+  std::atomic<int> plugs_{0};  ///< grows with each that comes or goes
 
   // The game thread's.
   std::vector<Device*> devices_;
+  std::unique_ptr<Plugged> pedals_;  ///< null: none
+  int knownPlugs_ = -1;
   std::optional<std::vector<std::string>> known_;  ///< that have been looked at
   std::vector<std::string> news_;
 };

@@ -120,6 +120,80 @@ TEST(PagePads, OneThatComesLaterIsToldOfUnlessAnotherIsInUse) {
   EXPECT_THAT(pads.takeNews(), IsEmpty());
 }
 
+class WheelTest : public testing::Test {
+ protected:
+  WheelTest() { pads.report(1, wheel); }
+
+  /// Pedals that are down by -1 .. 1.
+  void press(double gas, double brake, double clutch = -1) { pads.report(5, pedals(gas, brake, clutch)); }
+  static PagePad pedals(double gas, double brake, double clutch) {
+    return {.id = "Sim Pedals (Vendor: 1234 Product: 5678)", .controls = {.axes = {gas, brake, clutch}}};
+  }
+  int y() {
+    pads.notify(nullptr);
+    return device->GetDeviceStateJoystick().y;
+  }
+  void open(const std::string& identifier) {
+    device = pads.open(identifier);
+    device->Acquire();
+  }
+
+  const PagePad wheel{.id = "046d-c24f-G29 Driving Force Racing Wheel",
+                      .controls = {.axes = {0, 1, 1, 1}, .buttons = std::vector<bool>(25)}};
+  PagePads pads;
+  std::unique_ptr<ControllerDevice> device;
+};
+
+TEST_F(WheelTest, PedalsWithAPlugOfTheirOwnJoinIt) {
+  press(-1, -1);
+  EXPECT_THAT(pads.attached(), ElementsAre("1")) << "they drive nothing alone";
+  open("1");
+  EXPECT_EQ(y(), 0);
+  press(1, -1);
+  EXPECT_EQ(y(), -10000);
+  press(-1, 0);
+  EXPECT_NEAR(y(), 5000, 1);
+  press(-1, -1, 1);
+  EXPECT_EQ(y(), 0) << "the clutch";
+  EXPECT_THAT(pads.takeNews(), IsEmpty());
+
+  press(1, -1);
+  pads.remove(5);
+  EXPECT_EQ(y(), 0) << "unplugged on full gas";
+  EXPECT_THAT(pads.takeNews(), ElementsAre(" The pedals are disconnected. "));
+  pads.report(0, pedals(-1, -1, -1));
+  EXPECT_EQ(y(), 0);
+  EXPECT_THAT(pads.takeNews(), ElementsAre(" The pedals are connected. "));
+  pads.report(0, pedals(1, -1, -1));
+  EXPECT_EQ(y(), -10000);
+  pads.remove(1);
+  EXPECT_EQ(y(), 0) << "without the wheel they drive nothing";
+}
+
+TEST_F(WheelTest, PedalsDoNotJoinAGamepad) {
+  pads.report(2, standardPad());
+  open("2");
+  press(-1, -1);
+  EXPECT_EQ(y(), 0);
+  press(1, -1);
+  EXPECT_EQ(y(), 0);
+  EXPECT_THAT(pads.takeNews(), IsEmpty());
+}
+
+TEST(PagePads, AnotherInThePlaceOfOneIsNotTakenForIt) {
+  PagePads pads;
+  pads.report(0, standardPad());
+  const auto device = pads.open("0");
+  device->Acquire();
+  PagePad other = standardPad();
+  other.id = "Other";
+  other.controls.axes[0] = 1;
+  pads.report(0, other);
+  pads.notify(nullptr);
+  EXPECT_THAT(pads.takeNews(), ElementsAre(" The controller is disconnected. "));
+  EXPECT_EQ(device->GetDeviceStateJoystick().x, 0);
+}
+
 TEST(PagePads, OnlyOneThatHasBeenMovedIsInHand) {
   PagePads pads;
   pads.report(4, standardPad());
