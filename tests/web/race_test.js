@@ -1,7 +1,6 @@
 // @ts-check
 // A race by real keys, and what happens around it.
 import assert from "node:assert/strict";
-import { pass } from "./browser.js";
 import { anotherTab, atTheMenu, check, name, RACE_KEYS, stored, toTheGrid } from "./visit.js";
 
 check("a race is driven by captions, and the browser asks before it is left", async () => {
@@ -25,21 +24,6 @@ check("a race is driven by captions, and the browser asks before it is left", as
   const files = Object.values(await stored(player));
   assert.ok(files.length > 0);
   for (const text of files) assert.doesNotMatch(text, /\0{16}/, "half written");
-});
-
-check("a key that is let go of is let go of, whatever is held beside it", async () => {
-  const player = await atTheMenu();
-  await toTheGrid(player);
-  await player.down(RACE_KEYS.gas);
-  await player.answers(RACE_KEYS.up, "25");
-  await player.down(RACE_KEYS.position);
-  for (let i = 0; i < 3; ++i) await player.hears(/^\d\d?$/);  // held, it is answered again and again
-  await player.page.evaluate((code) => document.dispatchEvent(new KeyboardEvent("keyup", { code, metaKey: true })), RACE_KEYS.position);
-  await pass(1000);  // more may have been on its way
-  const answered = async () => (await player.heard()).filter((said) => /^\d\d?$/.test(said)).length;
-  const before = await answered();
-  await pass(2000);
-  assert.equal(await answered(), before, "it is held still");
 });
 
 check("Tab leaves the keys with the game, and whoever leaves the page hears of it", async () => {

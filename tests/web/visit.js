@@ -37,7 +37,7 @@ async function soon(end) {
  * @param {() => Promise<void>} body
  * @param {{skip?: boolean, minutes?: number}} options `minutes`: what it may take on a busy machine
  */
-export function check(name, body, { skip = false, minutes = 4 } = {}) {
+export function check(name, body, { skip = false, minutes = 6 } = {}) {
   test(name, { skip }, async () => {
     let timer;
     const hung = new Promise((_, reject) => {
