@@ -6,6 +6,7 @@ import { execFileSync } from "node:child_process";
 import { mkdtempSync, readFileSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
+import { pass } from "./browser.js";
 import { withRecorder } from "./recorder.js";
 import { atTheMenu, check, figures, MENU, visitor, withKiller } from "./visit.js";
 
@@ -112,6 +113,16 @@ check("sound that the browser halts is taken up again, at a key at the latest", 
   await player.page.evaluate(() => { delete window.audio.resume; });
   await player.press("ArrowUp");
   await isBack(2);
+});
+
+check("a sound device that is late is told of, once", async () => {
+  const player = await atTheMenu({}, (page) => page.evaluateOnNewDocument(() => {
+    Object.defineProperty(AudioContext.prototype, "outputLatency", { get: () => 0.2314 });
+  }));
+  const LATE = "Your sound device is late: everything is heard 231 milliseconds after it happens.";
+  await player.hears(LATE);
+  await pass(10000);
+  assert.equal((await player.heard()).filter((said) => said.includes(LATE)).length, 1);
 });
 
 check("sound that does not come in time is counted", async () => {

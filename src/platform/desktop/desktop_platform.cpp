@@ -34,9 +34,6 @@ constexpr const char* kOtherDevice = " The sound device that was asked for is no
 /// Where the size of the sound device's buffer stands, once it has grown.
 constexpr const char* kBufferFile = "vorn1buffer.txt";
 
-/// Whose device is later than this is told so: the game itself takes a fifth of it.
-constexpr int kLateMs = 100;
-
 int keptBuffer(Files& files) {
   int frames = BufferGrowth::kSmallest;
   carryOn([&] {
@@ -48,11 +45,6 @@ int keptBuffer(Files& files) {
 AudioWishes wishesOf(const DesktopOptions& options, int keptFrames) {
   const bool isFixed = options.bufferFrames > 0;
   return {options.audioDevice, isFixed ? options.bufferFrames : keptFrames, !isFixed};
-}
-
-std::string lateness(int milliseconds) {
-  return " Your sound device is late: everything is heard " + std::to_string(milliseconds) +
-         " milliseconds after it happens. One with a cable would be quicker. ";
 }
 
 class DesktopPlatform : public Platform {
@@ -256,7 +248,7 @@ void DesktopPlatform::lookAfterDevice() {
     announce(kOtherDevice);
   } else if (!isDelayTold_ && audio_.line().deviceDelay() > kLateMs) {
     isDelayTold_ = true;
-    announce(lateness(audio_.line().deviceDelay()));
+    announce(lateDevice(audio_.line().deviceDelay()));
   }
 }
 

@@ -98,6 +98,10 @@ EMSCRIPTEN_KEEPALIVE void vorn_stored(int request, int isStored) {
   (isStored != 0 ? page.stored : page.refused) = request;
 }
 
+EMSCRIPTEN_KEEPALIVE void vorn_device_late(int ms) {
+  thePage().deviceMs = ms;
+}
+
 EMSCRIPTEN_KEEPALIVE vorn::SoundRing* vorn_ring() {
   return &thePage().ring;
 }

@@ -80,6 +80,7 @@ struct Page {
   /// It has come to its end, and so has every request before it. On any thread.
   void noteSaid(std::int32_t request);
   std::atomic<std::int32_t> stored{0}, refused{0};  ///< requests to store that were carried out, or not
+  std::atomic<int> deviceMs{0};  ///< how late the sound device is, as far as the browser knows
   SoundRing ring;
   SpeakerDesk desk;
 

@@ -140,6 +140,7 @@ class WebPlatform : public Platform {
   void changeFocus(bool isInBackground);
   void feel(const std::optional<Rumble>& rumble);
   void announce(const std::string& text);
+  void lookAfterDevice();
   bool pause();
   std::unique_ptr<SpeechService> makeSpeech();
 
@@ -159,6 +160,7 @@ class WebPlatform : public Platform {
   KeyboardState held_{};
   KeyLatch taps_;
   bool isKeyMoved_ = false;
+  bool isDelayTold_ = false;
 };
 
 std::unique_ptr<SpeechService> WebPlatform::makeSpeech() {
@@ -194,7 +196,11 @@ void WebPlatform::doYield(int atMostMs) {
   if (!std::exchange(isKeyMoved_, false) && atMostMs > 0) {
     waitUntil(steady_clock::time_point(wholeMilliseconds() + milliseconds(atMostMs)));
   }
-  mixer_.setDucked(speech_->isSpeaking());
+  const bool isSpeaking = speech_->isSpeaking();
+  mixer_.setDucked(isSpeaking);
+  if (!isSpeaking && !page_.isRacing()) {
+    lookAfterDevice();
+  }
   while (const auto event = page_.inbox.take()) {
     deliver(*event);
   }
@@ -271,6 +277,14 @@ void WebPlatform::feel(const std::optional<Rumble>& rumble) {
 void WebPlatform::announce(const std::string& text) {
   speech_->say(text, voiceSettings_);
   page_.tell(Tell::kSpoken, 0, text);
+}
+
+/// What can wait until nothing is being said and nobody drives.
+void WebPlatform::lookAfterDevice() {
+  if (const int delay = page_.deviceMs; !isDelayTold_ && delay > kLateMs) {
+    isDelayTold_ = true;
+    announce(lateDevice(delay));
+  }
 }
 
 /// After the first one a voice is made where the player looks for another.

@@ -13,6 +13,7 @@ const CAPTION = 0, SPOKEN = 1, SAY = 2, SILENCE = 3, BOX = 4, STORE = 5, REMOVE 
 const CAPTION_LINES = 4;
 const PAD_EVERY_MS = 8;
 const PULSE_EVERY_MS = 5000, PULSES_MISSED = 4;
+const LATENESS_EVERY_MS = 2000;
 const DEFAULT_MS_A_CHARACTER = 60;
 const VOICE_LOADS_MS = 20000;
 
@@ -27,6 +28,7 @@ const VOICE_LOADS_MS = 20000;
  * @property {(size: number) => number} _malloc
  * @property {(address: number) => void} _free
  * @property {() => number} _vorn_ring
+ * @property {(ms: number) => void} _vorn_device_late
  * @property {() => number} _vorn_tick_waits
  * @property {(share: number) => number} _vorn_ticks_late
  * @property {() => number} _vorn_gaps
@@ -387,6 +389,20 @@ function watchPulse(of, signal, stopped) {
   signal.addEventListener("abort", () => window.clearInterval(timer));
 }
 
+/**
+ * Tells how late the sound device is. A busy machine makes it late for moments: the least of three looks counts.
+ * @param {Game} to @param {AudioContext} audio @param {AbortSignal} signal
+ */
+function passLatenessOn(to, audio, signal) {
+  /** @type {number[]} */
+  let looks = [];
+  const timer = window.setInterval(() => {
+    looks = [...looks, audio.outputLatency || 0].slice(-3);
+    if (looks.length === 3) to._vorn_device_late(Math.round(1000 * Math.min(...looks)));
+  }, LATENESS_EVERY_MS);
+  signal.addEventListener("abort", () => window.clearInterval(timer));
+}
+
 async function play() {
   start.disabled = true;
   track.hidden = false;
@@ -437,6 +453,7 @@ async function play() {
     showFigures(created, audio);
     passKeysOn(created, playing.signal);
     passPadsOn(created, playing.signal);
+    passLatenessOn(created, audio, playing.signal);
     watchPulse(created, playing.signal, () => end("The game has stopped. Start it again; records and settings are kept."));
     tell("The game is running. Keys go to it.");
     track.focus();
