@@ -17,12 +17,12 @@ std::tm localTime(system_clock::time_point moment) {
 
 }  // namespace
 
-std::chrono::milliseconds wholeMilliseconds() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+std::chrono::milliseconds wholeMilliseconds(std::chrono::steady_clock::time_point at) {
+  return std::chrono::floor<std::chrono::milliseconds>(at.time_since_epoch());
 }
 
-std::int32_t steadyTickCount() {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds().count()));
+std::int32_t steadyTickCount(std::chrono::steady_clock::time_point at) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(wholeMilliseconds(at).count()));
 }
 
 double localSecondsSinceMidnight() {

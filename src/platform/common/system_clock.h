@@ -8,10 +8,11 @@
 
 namespace vorn {
 
-/// Of the steady clock.
-std::chrono::milliseconds wholeMilliseconds();
+/// Of the steady clock, at `at`.
+std::chrono::milliseconds wholeMilliseconds(
+    std::chrono::steady_clock::time_point at = std::chrono::steady_clock::now());
 /// The same as a tick count: it wraps from 2^31 - 1 to -2^31.
-std::int32_t steadyTickCount();
+std::int32_t steadyTickCount(std::chrono::steady_clock::time_point at = std::chrono::steady_clock::now());
 
 double localSecondsSinceMidnight();  ///< 0 up to 86400
 Date localDate();

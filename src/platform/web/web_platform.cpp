@@ -27,15 +27,6 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kMoment{2};
 
-milliseconds wholeMilliseconds(steady_clock::time_point at = steady_clock::now()) {
-  return std::chrono::floor<milliseconds>(at.time_since_epoch());
-}
-
-/// For those who let it wrap.
-std::uint32_t wrapping(milliseconds time) {
-  return static_cast<std::uint32_t>(time.count());
-}
-
 /// The browser's own store, through the page.
 class PageStore : public FileStore {
  public:
@@ -76,7 +67,9 @@ class PageKeyboard : public KeyboardDevice {
   }
   void SetCooperativeLevel(int) override {}  // a browser shares its keys with whom it likes
   void Acquire() override {}
-  KeyboardState GetDeviceStateKeyboard() override { return taps_.read(held_, wrapping(wholeMilliseconds())); }
+  KeyboardState GetDeviceStateKeyboard() override {
+    return taps_.read(held_, static_cast<std::uint32_t>(steadyTickCount()));
+  }
 
  private:
   const KeyboardState& held_;
@@ -97,7 +90,7 @@ class WebPlatform : public Platform {
     mixer_.setDucking(kDuckDecibels);
   }
 
-  std::int32_t tickCount() override { return static_cast<std::int32_t>(wrapping(wholeMilliseconds())); }
+  std::int32_t tickCount() override { return steadyTickCount(); }
   double secondsSinceMidnight() override { return localSecondsSinceMidnight(); }
   Date today() override { return localDate(); }
 
@@ -243,7 +236,7 @@ void WebPlatform::noteKey(const PageEvent& event) {
     if (isDown) {
       taps_.wentDown(key->keyCode);
     } else {
-      taps_.wentUp(key->keyCode, wrapping(wholeMilliseconds(event.at)));
+      taps_.wentUp(key->keyCode, static_cast<std::uint32_t>(steadyTickCount(event.at)));
     }
   }
   const Key* const pressed = isDown && receiver_ != nullptr ? menuKey(event.code, event.key) : nullptr;
