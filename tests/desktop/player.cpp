@@ -36,7 +36,7 @@ std::string Player::waitFor(const std::string& part, int seconds) {
 
 void Player::answer(const std::string& key) {
   rest(600);
-  keys.tap(key, 60);  // a menu moves on where a key is held for 200 ms, which a busy machine makes of less
+  keys.tap(key, 30);  // a menu moves on where a key is held for 200 ms, which a busy machine makes of less
 }
 
 std::string Player::move(const std::string& key, const std::string& part) {

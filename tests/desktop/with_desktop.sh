@@ -103,9 +103,12 @@ if [[ -n $record ]]; then
   wait_until 'the recorder' test -s "$VORN_RECORDING"
 fi
 
-# Beside this script, so that a signal ends both at once; what it has started is found by its group. Here, too,
-# it is to read what this script would and to be told of interrupts.
-setsid env --default-signal=INT,QUIT "$@" <&0 &
+# Beside this script, so that a signal ends both at once, and in a group of its own, by which all is found that
+# it has started; not in a session of its own, where it would compete with the other tests and not go before them.
+# Here, too, it is to read what this script would and to be told of interrupts.
+set -m
+env --default-signal=INT,QUIT "$@" <&0 &
+set +m
 echo -$! >"$folder/run/command.pid"
 wait $!
 status=$?

@@ -177,7 +177,8 @@ export class Player {
   }
   press(key) {
     Player.doing = `press ${key}`;
-    return this.page.keyboard.press(this.keyOf(key), { delay: 60 });
+    // Briefly: a menu moves on where a key is held for 200 ms, which a busy machine makes of less.
+    return this.page.keyboard.press(this.keyOf(key), { delay: 20 });
   }
   async down(key) {
     Player.doing = `hold ${key}`;
